@@ -1,0 +1,34 @@
+# hollerwick_test(NAME SOURCES file... LIBRARIES target...)
+#
+# A GoogleTest program and each of its tests as a test of its own, so that a crash names its test.
+# Windows go to Qt's offscreen platform; HOME and TMPDIR of a test are below the build directory.
+
+include(GoogleTest)
+find_package(GTest REQUIRED)
+
+# Programs that show windows share one precompiled header, the others another. A program that is built otherwise parses the
+# headers itself.
+function(hollerwick_precompile_test name)
+    if(NOT HOLLERWICK_PRECOMPILE)
+        return()
+    endif()
+    set(donor test_support)
+    if("test_gui_main" IN_LIST TEST_LIBRARIES)
+        set(donor test_gui_main)
+    endif()
+    target_compile_options(${name} PRIVATE -fPIC)
+    target_precompile_headers(${name} REUSE_FROM ${donor})
+endfunction()
+
+function(hollerwick_test name)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES})
+    target_link_libraries(${name} PRIVATE hollerwick_options hollerwick_program kelvaris_contract ${TEST_LIBRARIES} GTest::gtest GTest::gmock)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    hollerwick_precompile_test(${name})
+    gtest_discover_tests(${name}
+        TEST_PREFIX ${name}.
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 300 ENVIRONMENT "${HOLLERWICK_TEST_ENVIRONMENT}")
+endfunction()

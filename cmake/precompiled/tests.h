@@ -1,0 +1,9 @@
+#pragma once
+
+#include "cmake/precompiled/standard.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
