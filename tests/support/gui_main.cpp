@@ -1,0 +1,12 @@
+#include <QtWidgets/QApplication>
+
+#include <gtest/gtest.h>
+
+/// The main function of tests that show windows.
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application{argc, argv};
+    QApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}
