@@ -1,0 +1,38 @@
+#pragma once
+
+#include "kelvaris/system/error_category2.h"
+#include "kelvaris/system/string2.h"
+
+#include <span>
+
+namespace Kelvaris::System::Errors {
+
+/// A code of a domain and the sentence for it, without a full stop: it may stand between a subject and a reason.
+struct Sentence
+{
+    int value;
+    const char8_t* text;
+};
+
+/// A domain whose sentences stand in one table.
+class TableCategory final : public ErrorCategory2
+{
+public:
+    /// @param name       one word, NUL-terminated; outlives the category, as the table does
+    TableCategory(const char* name, std::span<const Sentence> sentences) noexcept;
+
+    const char* name() const noexcept override { return m_name; }
+    String2 message(int value) const override;
+
+private:
+    const char* m_name;
+    std::span<const Sentence> m_sentences;
+};
+
+template <class Enumerator>
+constexpr Sentence sentence(Enumerator value, const char8_t* text)
+{
+    return {static_cast<int>(value), text};
+}
+
+} // namespace Kelvaris::System::Errors

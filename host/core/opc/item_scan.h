@@ -1,0 +1,35 @@
+#pragma once
+
+#include "host/core/opc/package_items.h"
+#include "host/core/opc/result.h"
+#include "host/core/opc/zip/archive.h"
+
+#include <string>
+#include <vector>
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+/// An item whose name makes a part name; a part if it has a content type as well.
+struct NamedItem
+{
+    ItemPtr item;
+    std::string partName;
+};
+
+/// What stands in an archive, pieces put together (ISO/IEC 29500-2, M2.11 to M2.18, M3.2 to M3.7).
+struct ItemScan
+{
+    ItemPtr contentTypes; ///< null when there are none
+    std::vector<NamedItem> named;
+    std::vector<std::string> incomplete;  ///< part names of which there are only some pieces
+    std::vector<std::string> diagnostics; ///< a sentence for each entry that is left alone
+};
+
+/// @return  opc 4   two items of equivalent names (M2.14, M3.3)
+///          opc 27  pieces and an item of one name, or two pieces of one number
+Result<ItemScan> scanItems(const Zip::Archive& archive);
+
+/// Whether there is a content-types stream, whole or in pieces: what tells a package from any other archive.
+bool hasContentTypes(const Zip::Archive& archive);
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

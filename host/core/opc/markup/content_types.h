@@ -1,0 +1,93 @@
+#pragma once
+
+#include "host/core/opc/markup/text_edits.h"
+#include "host/core/opc/markup/xml_document.h"
+#include "kelvaris/export.h"
+#include "kelvaris/system/error_code2.h"
+#include "kelvaris/system/expected.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+/// Which media type each part has: the content-types stream (M2.1 to M2.10).
+class KELVARIS_CORE_API ContentTypes
+{
+public:
+    /// Whether items without a content type have that extension: they would become parts by a Default for it.
+    enum class ExtensionUse { free, taken };
+
+    /// A new package's: relationships have their type by the extension "rels".
+    ContentTypes();
+
+    /// @param subject  what an error is about: "file: [Content_Types].xml"
+    /// @return  opc 13  M2.5 to M2.10
+    ///          opc 14  M1.13 to M1.15, M1.22
+    ///          opc 15, 16, 23  see `parseXml`; opc 15 for another schema (M1.20, M1.21)
+    static Expected<ContentTypes, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject);
+
+    /// The media type of a part, as it is written: that of its Override, else that of its extension (M2.9). Nothing for
+    /// an item that is no part. Valid until the next change.
+    std::optional<std::string_view> typeOf(std::string_view partName) const;
+
+    /// Gives a part a media type: by a Default that says so already, by a new Default when `use` allows it, else by an
+    /// Override (M2.8). A type that the part had is replaced.
+    ///
+    /// @param partName  valid
+    /// @return  opc 14  `type` is no media type
+    Expected<void, ErrorCode2> set(std::string_view partName, std::string_view type, ExtensionUse use);
+
+    /// Forgets the Override of a part; Defaults stay. Does nothing when there is none.
+    void remove(std::string_view partName);
+
+    bool isChanged() const noexcept { return m_isChanged; }
+
+    /// The document as UTF-8. What was read and not changed stands as it stood, byte for byte.
+    std::string serialised() const;
+
+private:
+    struct Entry
+    {
+        std::string type;
+        TextRange range; ///< in `m_text`; empty for an entry that was not read
+        std::uint32_t order = 0;
+    };
+    struct Hash
+    {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+    };
+    using Entries = std::unordered_map<std::string, Entry, Hash, std::equal_to<>>;
+
+    struct Empty
+    {
+    };
+
+    friend class ContentTypesReader;
+
+    explicit ContentTypes(Empty) noexcept {}
+
+    /// @return  false when there is an equal one
+    bool enterRead(Entries& entries, std::string_view name, const XmlElement& element);
+    void addNew(Entries& entries, std::string_view name, std::string_view type);
+
+    std::string m_text;
+    TextRange m_endTag;
+    std::string m_prefix;                         ///< of the elements, with its colon
+    Entries m_defaults;                           ///< by folded extension
+    Entries m_overrides;                          ///< by folded part name
+    std::map<std::uint32_t, std::string> m_added; ///< the text of new elements, by `Entry::order`
+    std::vector<TextRange> m_erased;
+    std::uint32_t m_lastOrder = 0;
+    bool m_isChanged = false;
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "host/core/opc/markup/content_types.h"
+#include "host/core/opc/markup/schema_checks.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+/// Fills content types from their document.
+class ContentTypesReader
+{
+public:
+    explicit ContentTypesReader(ContentTypes& types) noexcept : m_types{types} {}
+
+    SchemaFault read(const XmlElement& root);
+
+private:
+    SchemaFault readEntry(const XmlElement& element);
+    SchemaFault readDefault(const XmlElement& element);
+    SchemaFault readOverride(const XmlElement& element);
+
+    ContentTypes& m_types;
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

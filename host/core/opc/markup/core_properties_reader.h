@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/core/opc/markup/core_properties.h"
+#include "host/core/opc/markup/schema_checks.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+/// Fills core properties from their document.
+class CorePropertiesReader
+{
+public:
+    explicit CorePropertiesReader(CoreProperties& properties) noexcept : m_properties{properties} {}
+
+    SchemaFault read(const XmlElement& root);
+
+private:
+    SchemaFault readProperty(const XmlElement& element);
+    void readPrefixes(const XmlElement& root);
+
+    CoreProperties& m_properties;
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -1,0 +1,207 @@
+#include "host/core/opc/markup/part_name.h"
+
+#include "host/core/opc/markup/opc_names.h"
+#include "host/core/opc/markup/rule_error.h"
+#include "host/core/opc/markup/uri_characters.h"
+#include "host/core/text/text_view.h"
+
+#include <algorithm>
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+namespace {
+
+std::string segmentFault(std::string_view segment)
+{
+    if (segment.empty())
+        return ruleReason("M1.3", "the name has an empty segment");
+    for (std::size_t i = 0; i < segment.size(); ++i) {
+        if (isSegmentCharacter(segment[i]))
+            continue;
+        const int decoded = percentDecoded(segment.substr(i));
+        if (decoded < 0)
+            return ruleReason("M1.6", quoted(segment) + " holds a character that must be percent-encoded");
+        if (decoded == '/' || decoded == '\\')
+            return ruleReason("M1.7", quoted(segment) + " holds a percent-encoded slash or backslash");
+        if (isUnreserved(static_cast<char>(decoded)))
+            return ruleReason("M1.8", quoted(segment) + " holds a character that must not be percent-encoded");
+        i += 2;
+    }
+    if (segment.find_first_not_of('.') == std::string_view::npos)
+        return ruleReason("M1.10", quoted(segment) + " is a segment of dots alone");
+    if (segment.back() == '.')
+        return ruleReason("M1.9", quoted(segment) + " ends with a dot");
+    return {};
+}
+
+bool isControlCharacter(char character) noexcept
+{
+    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+}
+
+std::string rawSegmentFault(std::string_view segment)
+{
+    if (segment.find('\\') != std::string_view::npos)
+        return ruleReason("M1.7", "a name of " + quoted(segment) + " would hold a backslash");
+    if (std::any_of(segment.begin(), segment.end(), isControlCharacter))
+        return ruleReason("M1.6", quoted(segment) + " holds a control character");
+    return {};
+}
+
+void appendEncodedSegment(std::string& name, std::string_view segment)
+{
+    name += '/';
+    for (const char character : segment) {
+        if (isSegmentCharacter(character))
+            name += character;
+        else
+            appendPercentEncoded(name, character);
+    }
+}
+
+PartName invalidName(std::string_view given, std::string fault)
+{
+    return {std::string{given}, std::move(fault)};
+}
+
+PartName fromRawPath(std::string_view path, std::string_view separators)
+{
+    if (!Text::isValidUtf8(path))
+        return invalidName(path, ruleReason("M1.6", "the text is not valid Unicode"));
+    std::string name;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find_first_of(separators, begin), path.size());
+        const std::string_view segment = path.substr(begin, end - begin);
+        begin = end + 1;
+        if (std::string fault = rawSegmentFault(segment); !fault.empty())
+            return invalidName(path, std::move(fault));
+        if (segment != ".")
+            appendEncodedSegment(name, segment);
+    }
+    if (std::string fault = path.empty() ? partNameFault({}) : partNameFault(name); !fault.empty())
+        return invalidName(path, std::move(fault));
+    return {std::move(name), {}};
+}
+
+std::string withoutWideCharacters(std::string_view text)
+{
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char character : text) {
+        if (static_cast<unsigned char>(character) < 0x80)
+            encoded += character;
+        else
+            appendPercentEncoded(encoded, character);
+    }
+    return encoded;
+}
+
+bool isAscii(std::string_view text) noexcept
+{
+    return std::all_of(text.begin(), text.end(), [](char character) { return (character & 0x80) == 0; });
+}
+
+} // namespace
+
+std::string partNameFault(std::string_view name)
+{
+    if (name.empty())
+        return ruleReason("M1.1", "the name is empty");
+    if (name.front() != '/')
+        return ruleReason("M1.4", "the name does not begin with '/'");
+    if (name.back() == '/')
+        return ruleReason("M1.5", "the name ends with '/'");
+    for (std::size_t begin = 1; begin <= name.size();) {
+        const std::size_t end = std::min(name.find('/', begin), name.size());
+        if (std::string fault = segmentFault(name.substr(begin, end - begin)); !fault.empty())
+            return fault;
+        begin = end + 1;
+    }
+    return {};
+}
+
+PartName partNameFromText(std::string_view text)
+{
+    return {std::string{text}, partNameFault(text)};
+}
+
+PartName partNameFromRawPath(std::string_view path)
+{
+    return fromRawPath(path, "/\\");
+}
+
+PartName partNameFromFilePath(std::string_view path, char separator)
+{
+    return fromRawPath(path, separator == '/' ? "/" : "/\\");
+}
+
+PartName partNameFromIri(std::string_view text)
+{
+    if (isAscii(text))
+        return partNameFromText(text);
+    if (!Text::isValidUtf8(text))
+        return invalidName(text, ruleReason("M1.6", "the name is not valid UTF-8"));
+    std::string name = withoutWideCharacters(text);
+    std::string fault = partNameFault(name);
+    return {std::move(name), std::move(fault)};
+}
+
+PartName partNameFromItemName(std::string_view itemName, bool isUtf8)
+{
+    if (!isUtf8 && !isAscii(itemName))
+        return invalidName(itemName, ruleReason("M3.2", "the name is neither ASCII nor marked as UTF-8"));
+    PartName name = partNameFromIri("/" + std::string{itemName});
+    if (!name.isValid())
+        name.text = itemName;
+    return name;
+}
+
+std::string partNameKey(std::string_view name)
+{
+    return Text::toAsciiLower(name);
+}
+
+std::string_view extensionOf(std::string_view partName) noexcept
+{
+    const std::size_t last = partName.find_last_of("./");
+    if (last == std::string_view::npos || partName[last] == '/')
+        return {};
+    return partName.substr(last + 1);
+}
+
+bool isRelationshipsPartName(std::string_view partName) noexcept
+{
+    if (partName.empty() || partName.front() != '/')
+        return false;
+    const std::size_t name = partName.rfind('/');
+    const std::string_view folder = partName.substr(0, name);
+    const std::size_t folderName = folder.rfind('/');
+    if (folderName == std::string_view::npos || !Text::equalsAsciiCase(folder.substr(folderName), "/_rels"))
+        return false;
+    constexpr std::size_t suffix = 5;
+    const std::string_view last = partName.substr(name + 1);
+    if (last.size() < suffix || !Text::equalsAsciiCase(last.substr(last.size() - suffix), ".rels"))
+        return false;
+    // Below a folder there is no source without a name.
+    return last.size() > suffix || folderName == 0;
+}
+
+std::string relationshipsPartNameOf(std::string_view source)
+{
+    if (source == packageSource)
+        return std::string{packageRelationshipsPartName};
+    const std::size_t name = source.rfind('/') + 1;
+    return std::string{source.substr(0, name)}.append("_rels/").append(source.substr(name)).append(".rels");
+}
+
+std::optional<std::string> sourceOfRelationshipsPart(std::string_view partName)
+{
+    if (!isRelationshipsPartName(partName))
+        return std::nullopt;
+    const std::size_t name = partName.rfind('/') + 1;
+    constexpr std::size_t folder = 6; // "_rels/"
+    std::string source{partName.substr(0, name - folder)};
+    return source.append(partName.substr(name, partName.size() - name - 5));
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -1,0 +1,84 @@
+#include "host/core/opc/markup/part_name_set.h"
+
+#include "host/core/opc/markup/part_name.h"
+#include "host/core/opc/markup/rule_error.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+namespace {
+
+/// The directory that a name or a directory stands in; empty at the top.
+std::string_view directoryOf(std::string_view key) noexcept
+{
+    return key.substr(0, key.rfind('/'));
+}
+
+ErrorCode2 derivedName(std::string_view subject, std::string_view longer, std::string_view shorter)
+{
+    return ruleError(OpcError::derivedPartName, subject, "M1.11",
+                     "the part name " + quoted(longer) + " continues the part name " + quoted(shorter));
+}
+
+} // namespace
+
+Expected<void, ErrorCode2> PartNameSet::add(std::string_view name, std::string_view subject)
+{
+    std::string key = partNameKey(name);
+    if (m_keys.contains(key))
+        return ruleError(OpcError::partExists, subject, "M1.12",
+                         "the part name " + quoted(name) + " is there already, in this or another case");
+    if (const std::string_view ancestor = ancestorOf(key); !ancestor.empty())
+        return derivedName(subject, name, ancestor);
+    if (m_directories.contains(key))
+        return derivedName(subject, std::string{name} + "/...", name);
+    enterDirectories(key);
+    m_keys.insert(std::move(key));
+    return {};
+}
+
+void PartNameSet::remove(std::string_view name)
+{
+    const std::string key = partNameKey(name);
+    if (m_keys.erase(key) != 0)
+        leaveDirectories(key);
+}
+
+bool PartNameSet::contains(std::string_view name) const
+{
+    return m_keys.contains(partNameKey(name));
+}
+
+// What is a directory already has no part above it; so names that share a directory are looked at once.
+std::string_view PartNameSet::ancestorOf(std::string_view key) const
+{
+    for (auto directory = directoryOf(key); !directory.empty(); directory = directoryOf(directory)) {
+        if (m_directories.contains(directory))
+            break;
+        if (m_keys.contains(directory))
+            return directory;
+    }
+    return {};
+}
+
+void PartNameSet::enterDirectories(std::string_view key)
+{
+    for (auto directory = directoryOf(key); !directory.empty(); directory = directoryOf(directory)) {
+        if (const auto known = m_directories.find(directory); known != m_directories.end()) {
+            ++known->second;
+            return;
+        }
+        m_directories.emplace(directory, 1);
+    }
+}
+
+void PartNameSet::leaveDirectories(std::string_view key)
+{
+    for (auto directory = directoryOf(key); !directory.empty(); directory = directoryOf(directory)) {
+        const auto known = m_directories.find(directory);
+        if (--known->second != 0)
+            return;
+        m_directories.erase(known);
+    }
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

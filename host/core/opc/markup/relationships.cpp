@@ -1,0 +1,136 @@
+#include "host/core/opc/markup/relationships.h"
+
+#include "host/core/errors/make_error.h"
+#include "host/core/opc/markup/opc_names.h"
+#include "host/core/opc/markup/relationships_reader.h"
+#include "host/core/opc/markup/rule_error.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+namespace {
+
+constexpr std::string_view newDocument =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"></Relationships>";
+constexpr std::size_t endTagLength = std::string_view{"</Relationships>"}.size();
+
+void appendElement(std::string& text, const std::string& prefix, const Relationship& relationship)
+{
+    text.append("<").append(prefix).append("Relationship Id=\"").append(escapedAttribute(relationship.id));
+    text.append("\" Type=\"").append(escapedAttribute(relationship.type));
+    text.append("\" Target=\"").append(escapedAttribute(relationship.target));
+    text.append(relationship.mode == OpcTargetMode::external ? "\" TargetMode=\"External\"/>" : "\"/>");
+}
+
+} // namespace
+
+Relationships::Relationships() : m_text{newDocument}, m_endTag{newDocument.size() - endTagLength, newDocument.size()} {}
+
+Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::byte> bytes, std::string_view source,
+                                                         std::string_view subject)
+{
+    auto document = parseXml(bytes, subject);
+    if (!document)
+        return std::move(document).error();
+    Relationships relationships;
+    relationships.m_relationships.reserve(document->elementCount());
+    relationships.m_places.reserve(document->elementCount());
+    const XmlElement root = document->root();
+    RelationshipsReader reader{relationships, source};
+    if (const SchemaFault fault = reader.read(root); !fault.isNone())
+        return fault.onSubject(subject);
+    relationships.m_hasCompatibility = reader.isCompatibilityUsed();
+    relationships.m_prefix = prefixWithColon(root);
+    relationships.m_endTag = root.endTag();
+    relationships.m_text = std::move(*document).takeText();
+    return relationships;
+}
+
+const Relationship* Relationships::find(std::string_view id) const
+{
+    const auto found = m_places.find(std::string{id});
+    return found == m_places.end() ? nullptr : &m_relationships[found->second];
+}
+
+Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view source, std::string_view type,
+                                                             std::string_view target, OpcTargetMode mode)
+{
+    Relationship relationship{{}, std::string{type}, std::string{target}, mode, {}};
+    if (!isXmlText(type) || !isXmlText(target))
+        return ruleError(OpcError::invalidRelationships, quoted(target), "M1.28",
+                         "the type or the target holds a character that XML does not allow");
+    std::string diagnostic;
+    SchemaFault fault = relationshipFault(source, relationship, diagnostic);
+    if (!fault.isNone())
+        return fault.onSubject(quoted(target));
+    // What is read is put up with; what is written is right.
+    if (!diagnostic.empty())
+        return Errors::makeError(OpcError::invalidRelationships, quoted(target), diagnostic);
+    relationship.id = nextId();
+    enter(std::move(relationship));
+    m_isChanged = true;
+    return &m_relationships.back();
+}
+
+void Relationships::remove(std::string_view id)
+{
+    const Relationship* const found = find(id);
+    if (found == nullptr)
+        return;
+    if (!found->range.isEmpty())
+        m_erased.push_back(found->range);
+    const auto place = static_cast<std::size_t>(found - m_relationships.data());
+    m_places.erase(std::string{id});
+    m_relationships.erase(m_relationships.begin() + static_cast<std::ptrdiff_t>(place));
+    for (std::size_t i = place; i < m_relationships.size(); ++i)
+        m_places[m_relationships[i].id] = i;
+    m_firstFreeNumber = 1;
+    m_isChanged = true;
+}
+
+std::string Relationships::serialised() const
+{
+    if (m_hasCompatibility && m_isChanged)
+        return writtenAnew();
+    TextEdits edits;
+    for (const TextRange& range : m_erased)
+        edits.erase(range);
+    std::string added;
+    for (const Relationship& relationship : m_relationships) {
+        if (relationship.range.isEmpty())
+            appendElement(added, m_prefix, relationship);
+    }
+    if (!added.empty())
+        edits.insertBeforeEnd(m_endTag, m_prefix + "Relationships", std::move(added));
+    return edits.appliedTo(m_text);
+}
+
+std::string Relationships::writtenAnew() const
+{
+    std::string text;
+    for (const Relationship& relationship : m_relationships)
+        appendElement(text, {}, relationship);
+    return std::string{newDocument}.insert(newDocument.size() - endTagLength, text);
+}
+
+std::string Relationships::nextId()
+{
+    std::string id;
+    do
+        id = "rId" + std::to_string(m_firstFreeNumber++);
+    while (m_places.contains(id));
+    return id;
+}
+
+bool Relationships::enter(Relationship relationship)
+{
+    if (!m_places.try_emplace(relationship.id, m_relationships.size()).second)
+        return false;
+    m_relationships.push_back(std::move(relationship));
+    return true;
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -1,0 +1,140 @@
+#include "host/core/opc/markup/relationships_reader.h"
+
+#include "host/core/opc/markup/part_name.h"
+#include "host/core/opc/markup/rule_error.h"
+#include "host/core/opc/markup/target_reference.h"
+#include "host/core/opc/markup/uri_characters.h"
+#include "host/core/opc/markup/xml_characters.h"
+
+#include <utility>
+
+namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+namespace {
+
+// A hostile part would fill the log; nobody reads more.
+constexpr std::size_t maximumDiagnostics = 100;
+
+SchemaFault relationshipsFault(std::string_view rule, std::string what)
+{
+    return {OpcError::invalidRelationships, rule, std::move(what)};
+}
+
+bool isUriText(std::string_view text) noexcept
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isWide = (text[i] & 0x80) != 0;
+        if (!isReferenceCharacter(text[i]) && !isWide && percentDecoded(text.substr(i)) < 0)
+            return false;
+    }
+    return !text.empty();
+}
+
+SchemaFault required(const XmlElement& element, std::string_view name, std::string_view rule, std::string_view& value)
+{
+    const XmlAttribute* const attribute = element.attribute({}, name);
+    if (attribute == nullptr)
+        return relationshipsFault(rule, "a relationship without '" + std::string{name} + "'");
+    value = attribute->value;
+    return {};
+}
+
+SchemaFault readMode(const XmlElement& element, OpcTargetMode& mode)
+{
+    const XmlAttribute* const attribute = element.attribute({}, "TargetMode");
+    if (attribute == nullptr || attribute->value == "Internal")
+        return {};
+    mode = OpcTargetMode::external;
+    if (attribute->value == "External")
+        return {};
+    return {.what = "the target mode " + quoted(attribute->value) + " is neither 'Internal' nor 'External'"};
+}
+
+SchemaFault readFields(const XmlElement& element, Relationship& relationship)
+{
+    std::string_view id;
+    if (auto fault = required(element, "Id", "M1.26", id); !fault.isNone())
+        return fault;
+    std::string_view type;
+    if (auto fault = required(element, "Type", "M1.27", type); !fault.isNone())
+        return fault;
+    std::string_view target;
+    if (auto fault = required(element, "Target", "M1.28", target); !fault.isNone())
+        return fault;
+    relationship.id = trimmed(id);
+    relationship.type = trimmed(type);
+    relationship.target = target;
+    relationship.range = element.range();
+    return readMode(element, relationship.mode);
+}
+
+} // namespace
+
+SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, std::string& diagnostic)
+{
+    if (!isUriText(relationship.type))
+        return relationshipsFault("M1.27", "the type " + quoted(relationship.type) + " is no URI");
+    if (relationship.mode == OpcTargetMode::external)
+        return {};
+    if (std::string fault = internalTargetFault(relationship.target); !fault.empty())
+        return {OpcError::invalidRelationships, {}, std::move(fault)};
+    const ResolvedTarget target = resolveTarget(source, relationship.target);
+    if (isRelationshipsPartName(target.partName))
+        return relationshipsFault("M1.25", "the target " + quoted(relationship.target) + " is a relationships part");
+    diagnostic = target.warning.empty() ? target.fault : target.warning;
+    return {};
+}
+
+SchemaFault RelationshipsReader::read(const XmlElement& root)
+{
+    if (isRelationshipsPartName(m_source))
+        return relationshipsFault("M1.25", "the source " + quoted(m_source) + " is a relationships part");
+    if (auto fault = rootFault(root, relationshipsNamespace, "Relationships"); !fault.isNone())
+        return fault;
+    return m_compatibility.within(root, [&] { return readRoot(root); });
+}
+
+SchemaFault RelationshipsReader::readRoot(const XmlElement& root)
+{
+    if (auto fault = m_compatibility.attributes(root, {}); !fault.isNone())
+        return fault;
+    if (auto fault = textFault(root); !fault.isNone())
+        return fault;
+    return m_compatibility.children(root, [this](const XmlElement& child) { return readRelationship(child); });
+}
+
+// The schema lets a relationship hold text, which means nothing.
+SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
+{
+    if (element.name() != "Relationship")
+        return unexpectedElement(element);
+    if (auto fault = m_compatibility.attributes(element, {"Id", "Type", "Target", "TargetMode"}); !fault.isNone())
+        return fault;
+    if (auto fault = m_compatibility.children(element, unexpectedElement); !fault.isNone())
+        return fault;
+    Relationship relationship;
+    if (auto fault = readFields(element, relationship); !fault.isNone())
+        return fault;
+    if (!isNcName(relationship.id))
+        return relationshipsFault("M1.26", quoted(relationship.id) + " is no id");
+    std::string diagnostic;
+    if (auto fault = relationshipFault(m_source, relationship, diagnostic); !fault.isNone())
+        return fault;
+    note(relationship, diagnostic);
+    if (const std::string id = relationship.id; !m_relationships.enter(std::move(relationship)))
+        return {OpcError::duplicateRelationshipId, "M1.26", "the id " + quoted(id) + " stands twice"};
+    return {};
+}
+
+void RelationshipsReader::note(const Relationship& relationship, const std::string& diagnostic)
+{
+    auto& diagnostics = m_relationships.m_diagnostics;
+    if (diagnostic.empty() || diagnostics.size() > maximumDiagnostics)
+        return;
+    if (diagnostics.size() == maximumDiagnostics)
+        diagnostics.emplace_back("There are more relationships of that sort.");
+    else
+        diagnostics.push_back("The relationship " + quoted(relationship.id) + ": " + diagnostic + ".");
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -1,0 +1,92 @@
+#include "host/core/opc/package_data.h"
+
+#include "host/core/errors/make_error.h"
+#include "host/core/opc/limits.h"
+#include "host/core/text/text_view.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+PackageData::PackageData() = default;
+
+PackageData::PackageData(std::string displayName, PackageItems items, int depth)
+    : m_parts{std::move(displayName), std::move(items)}, m_depth{depth}
+{
+}
+
+PackagePtr PackageData::create()
+{
+    return PackagePtr{new PackageData};
+}
+
+Result<PackagePtr> PackageData::openFile(const FilePath2& path)
+{
+    auto source = Zip::openFileSource(path);
+    if (!source)
+        return source.error();
+    return openSource(*source, 0);
+}
+
+Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int depth)
+{
+    const std::string& name = source->displayName();
+    if (depth >= Limits::packageDepth)
+        return Errors::makeError(OpcError::limitExceeded, name, "packages lie too deep in packages");
+    auto archive = Zip::Archive::open(source);
+    if (!archive)
+        return archive.error();
+    if (!hasContentTypes(**archive))
+        return Errors::makeError(OpcError::noContentTypes, name);
+    return PackagePtr{new PackageData{name, PackageItems{source, std::move(*archive)}, depth}};
+}
+
+Result<PartPtr> PackageData::findPart(std::string_view name)
+{
+    if (const std::string fault = Markup::partNameFault(name); !fault.empty())
+        return Errors::makeError(OpcError::invalidPartName, Text::displayed(name), fault);
+    auto part = m_parts.find(name);
+    if (part && (*part)->holdsRelationships())
+        return Errors::makeError(OpcError::noSuchPart, m_parts.subjectOf(name), "it holds relationships");
+    return part;
+}
+
+Result<PartPtr> PackageData::findTarget(const RelationshipRecord& relationship)
+{
+    if (relationship.mode == OpcTargetMode::external)
+        return Errors::makeError(OpcError::targetIsExternal, relationship.subject(),
+                                 Text::displayed(relationship.target));
+    const Markup::ResolvedTarget target = relationship.resolved();
+    if (!target.isPartName())
+        return Errors::makeError(OpcError::noSuchPart, relationship.subject(), target.fault);
+    return findPart(target.partName);
+}
+
+Result<PartPtr> PackageData::createPart(std::string_view name, std::string_view mediaType, Zip::PayloadPtr bytes,
+                                        PackageParts::Typing typing)
+{
+    if (Markup::isRelationshipsPartName(name))
+        return Errors::makeError(OpcError::invalidPartName, Text::displayed(name),
+                                 "names of this form belong to relationships (M1.30)");
+    auto part = m_parts.create(name, mediaType, typing);
+    if (part)
+        setBytes(*part, std::move(bytes));
+    return part;
+}
+
+Result<PackagePtr> PackageData::openNested(const PartRecord& part)
+{
+    auto source = m_parts.openNested(part);
+    if (!source)
+        return source.error();
+    return openSource(*source, m_depth + 1);
+}
+
+Result<> PackageData::write(const FilePath2& path) const
+{
+    PackageItems::Generated generated;
+    m_parts.generateContentTypes(generated);
+    m_relationships.generate(generated);
+    m_core.generate(generated);
+    return m_parts.items().write(path, generated);
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

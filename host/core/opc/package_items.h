@@ -1,0 +1,85 @@
+#pragma once
+
+#include "host/core/opc/result.h"
+#include "host/core/opc/zip/archive.h"
+#include "host/core/opc/zip/payload_store.h"
+#include "kelvaris/system/file_path2.h"
+#include "kelvaris/system/io/opc_packaging/opc_enums.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+/// One item of a package's file: an entry, the pieces of an interleaved part, or bytes that were set since.
+struct PackageItem
+{
+    std::string name;                   ///< as entries are named, without the suffix of pieces
+    std::vector<std::uint32_t> entries; ///< of the archive that was opened, pieces in their order; none for a new item
+    Zip::PayloadPtr payload;            ///< what stands in the place of the entries
+    bool isRemoved = false;
+
+    bool hasBytes() const noexcept { return payload != nullptr || !entries.empty(); }
+};
+
+using ItemPtr = std::shared_ptr<PackageItem>;
+
+/// The file of a package: what was opened, and what changed since.
+///
+/// Saving copies every entry that is not of a changed item as it stands, parts or not.
+class PackageItems
+{
+public:
+    /// Bytes that are made when the package is saved.
+    using Generated = std::unordered_map<const PackageItem*, std::vector<std::byte>>;
+
+    /// Of a new package.
+    PackageItems() = default;
+
+    /// @param source  what `archive` was opened from
+    PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive) noexcept;
+
+    /// @return  null for a new package
+    const Zip::Archive* archive() const noexcept { return m_archive.get(); }
+
+    /// A new item behind all others. It gets its bytes with `setPayload`, or when the package is saved.
+    ItemPtr add(std::string name);
+
+    /// From now on the item is written from `payload`, in its place.
+    void setPayload(const ItemPtr& item, Zip::PayloadPtr payload);
+
+    /// The item with its entries is not written any more.
+    void remove(const ItemPtr& item);
+
+    Result<Zip::PayloadPtr> take(std::span<const std::byte> bytes, OpcPackageCompressionType compression);
+
+    /// @return  as `Disk::InputFile::open` and `Zip::PayloadStore::take`
+    Result<Zip::PayloadPtr> takeFile(const FilePath2& path, OpcPackageCompressionType compression);
+
+    /// @param subject  what is read, for messages
+    Result<std::vector<std::byte>> read(const PackageItem& item, std::string_view subject) const;
+    Result<> stream(const PackageItem& item, std::string_view subject, const Disk::ByteSink& sink) const;
+    Result<Zip::ByteSourcePtr> openNested(const PackageItem& item, std::string_view subject) const;
+
+    /// Saves everything.
+    /// @return  the error of reading or writing; the file is as it was then
+    Result<> write(const FilePath2& path, const Generated& generated) const;
+
+private:
+    Zip::PayloadStore& store();
+    Result<std::vector<std::byte>> readPieces(const PackageItem& item, std::string_view subject) const;
+
+    Zip::ByteSourcePtr m_source;
+    Zip::ArchivePtr m_archive;
+    std::vector<ItemPtr> m_changed; ///< in the order of the first change
+    std::vector<ItemPtr> m_added;
+    std::unique_ptr<Zip::PayloadStore> m_store;
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

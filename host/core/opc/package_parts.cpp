@@ -1,0 +1,225 @@
+#include "host/core/opc/package_parts.h"
+
+#include "host/core/errors/make_error.h"
+#include "host/core/opc/markup/media_type_text.h"
+#include "host/core/opc/markup/opc_names.h"
+#include "host/core/text/text_view.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+namespace {
+
+/// A ZIP file holds names of 65,535 bytes; that of the part's relationships is longer than its own, and extra fields
+/// stand beside it.
+constexpr std::size_t longestName = 65'000;
+constexpr std::size_t shownOfLongName = 80;
+
+/// @param part     one whose name is of that form
+/// @param subject  the part, for messages
+Result<> checkRelationshipsPart(const PartRecord& part, const std::string& subject)
+{
+    if (!Markup::isSameMediaType(part.mediaType, Markup::relationshipsMediaType))
+        return Errors::makeError(OpcError::invalidRelationships, subject,
+                                 "the content type is not that of relationships (M1.30)");
+    const auto source = Markup::sourceOfRelationshipsPart(part.name);
+    if (source && Markup::isRelationshipsPartName(*source))
+        return Errors::makeError(OpcError::invalidRelationships, subject,
+                                 "relationships have no relationships of their own (M1.25)");
+    return {};
+}
+
+} // namespace
+
+PackageParts::PackageParts() : m_table{std::make_unique<Table>()}
+{
+    m_table->typesItem = m_items.add(std::string{Markup::contentTypesItemName});
+}
+
+PackageParts::PackageParts(std::string displayName, PackageItems items) noexcept
+    : m_displayName{std::move(displayName)}, m_items{std::move(items)}
+{
+}
+
+Result<const std::vector<PartPtr>*> PackageParts::all()
+{
+    if (auto loaded = load(); !loaded)
+        return loaded.error();
+    return &m_table->parts;
+}
+
+Result<PartPtr> PackageParts::find(std::string_view name)
+{
+    auto part = findIfThere(name);
+    if (part && *part == nullptr)
+        return Errors::makeError(OpcError::noSuchPart, subjectOf(name));
+    return part;
+}
+
+Result<PartPtr> PackageParts::findIfThere(std::string_view name)
+{
+    if (auto loaded = load(); !loaded)
+        return loaded.error();
+    const auto found = m_table->byKey.find(Markup::partNameKey(name));
+    return found == m_table->byKey.end() ? PartPtr{} : found->second;
+}
+
+Result<PartPtr> PackageParts::create(std::string_view name, std::string_view mediaType, Typing typing)
+{
+    if (auto loaded = load(); !loaded)
+        return loaded.error();
+    if (auto reserved = reserveName(name); !reserved)
+        return reserved.error();
+    const bool isFree = typing == Typing::byExtension &&
+                        !m_table->otherExtensions.contains(Text::toAsciiLower(Markup::extensionOf(name)));
+    using ExtensionUse = Markup::ContentTypes::ExtensionUse;
+    auto typed = m_table->types.set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
+    if (!typed) {
+        m_table->names.remove(name);
+        return typed.error();
+    }
+    auto part = std::make_shared<PartRecord>();
+    part->name = name;
+    part->mediaType = mediaType;
+    part->item = m_items.add(std::string{name.substr(1)});
+    add(*m_table, part);
+    return part;
+}
+
+Result<> PackageParts::reserveName(std::string_view name)
+{
+    if (const std::string fault = Markup::partNameFault(name); !fault.empty())
+        return Errors::makeError(OpcError::invalidPartName, Text::displayed(name), fault);
+    if (name.size() > longestName)
+        return Errors::makeError(OpcError::invalidPartName, Text::displayed(name.substr(0, shownOfLongName)) + "...",
+                                 "it is too long for a ZIP file (M3.8)");
+    if (m_table->otherItems.contains(Markup::partNameKey(name)))
+        return Errors::makeError(OpcError::partExists, subjectOf(name),
+                                 "an item of the file that is no part has this name");
+    return m_table->names.add(name, subjectOf(name));
+}
+
+void PackageParts::remove(const PartPtr& part)
+{
+    m_table->types.remove(part->name);
+    m_table->names.remove(part->name);
+    m_table->byKey.erase(Markup::partNameKey(part->name));
+    std::erase(m_table->parts, part);
+    m_items.remove(part->item);
+    part->isRemoved = true;
+}
+
+Result<std::vector<std::byte>> PackageParts::read(const PartRecord& part) const
+{
+    return m_items.read(*part.item, subjectOf(part.name));
+}
+
+Result<> PackageParts::stream(const PartRecord& part, const Disk::ByteSink& sink) const
+{
+    return m_items.stream(*part.item, subjectOf(part.name), sink);
+}
+
+Result<Zip::ByteSourcePtr> PackageParts::openNested(const PartRecord& part) const
+{
+    return m_items.openNested(*part.item, subjectOf(part.name));
+}
+
+void PackageParts::generateContentTypes(PackageItems::Generated& generated) const
+{
+    if (m_table == nullptr || (m_table->typesItem->hasBytes() && !m_table->types.isChanged()))
+        return;
+    const std::string text = m_table->types.serialised();
+    const auto bytes = std::as_bytes(std::span{text});
+    generated[m_table->typesItem.get()] = {bytes.begin(), bytes.end()};
+}
+
+std::string PackageParts::subjectOf(std::string_view name) const
+{
+    if (m_displayName.empty())
+        return Text::displayed(name);
+    return m_displayName + ": " + Text::displayed(name);
+}
+
+Result<> PackageParts::load()
+{
+    if (m_table != nullptr)
+        return {};
+    auto table = readTable();
+    if (!table)
+        return table.error();
+    m_diagnostics = std::move(table->diagnostics);
+    m_table = std::make_unique<Table>(std::move(*table));
+    return {};
+}
+
+Result<PackageParts::Table> PackageParts::readTable() const
+{
+    auto scan = scanItems(*m_items.archive());
+    if (!scan)
+        return scan.error();
+    auto types = readContentTypes(scan->contentTypes);
+    if (!types)
+        return types.error();
+    Table table;
+    table.types = std::move(*types);
+    table.typesItem = scan->contentTypes;
+    table.diagnostics = std::move(scan->diagnostics);
+    table.parts.reserve(scan->named.size());
+    table.byKey.reserve(scan->named.size());
+    table.names.reserve(scan->named.size());
+    for (const std::string& name : scan->incomplete)
+        addOther(table, name);
+    for (NamedItem& named : scan->named) {
+        if (auto entered = enter(table, named); !entered)
+            return entered.error();
+    }
+    return table;
+}
+
+Result<Markup::ContentTypes> PackageParts::readContentTypes(const ItemPtr& item) const
+{
+    if (item == nullptr)
+        return Errors::makeError(OpcError::noContentTypes, m_displayName);
+    const std::string subject = subjectOf(Markup::contentTypesItemName);
+    auto bytes = m_items.read(*item, subject);
+    if (!bytes)
+        return bytes.error();
+    return Markup::ContentTypes::parse(*bytes, subject);
+}
+
+Result<> PackageParts::enter(Table& table, NamedItem& named) const
+{
+    const auto type = table.types.typeOf(named.partName);
+    if (!type) {
+        table.diagnostics.push_back(Text::displayed(named.item->name) +
+                                    ": an item without a content type is no part (M3.5)");
+        addOther(table, named.partName);
+        return {};
+    }
+    auto part = std::make_shared<PartRecord>();
+    part->name = std::move(named.partName);
+    part->mediaType = *type;
+    part->item = std::move(named.item);
+    // a barrel has many parts and no fault: the words for an error cost more than the test
+    if (!table.names.add(part->name, {}))
+        return table.names.add(part->name, subjectOf(part->name));
+    if (part->holdsRelationships()) {
+        if (auto checked = checkRelationshipsPart(*part, subjectOf(part->name)); !checked)
+            return checked;
+    }
+    add(table, std::move(part));
+    return {};
+}
+
+void PackageParts::addOther(Table& table, std::string_view partName)
+{
+    table.otherItems.insert(Markup::partNameKey(partName));
+    table.otherExtensions.insert(Text::toAsciiLower(Markup::extensionOf(partName)));
+}
+
+void PackageParts::add(Table& table, PartPtr part)
+{
+    table.byKey.emplace(Markup::partNameKey(part->name), part);
+    table.parts.push_back(std::move(part));
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -1,0 +1,150 @@
+#include "host/core/opc/package_relationships.h"
+
+#include "host/core/opc/markup/opc_names.h"
+#include "host/core/text/text_view.h"
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+std::string RelationshipRecord::subject() const
+{
+    std::string name = packageName;
+    if (!name.empty())
+        name += ": ";
+    name += "relationship ";
+    return name + Text::displayed(Text::narrow(id)) + " of " + source;
+}
+
+Result<const Markup::Relationships*> PackageRelationships::of(std::string_view source)
+{
+    auto set = setOf(source);
+    if (!set)
+        return set.error();
+    return &(*set)->document;
+}
+
+Result<std::vector<RelationshipPtr>> PackageRelationships::records(std::string_view source)
+{
+    auto document = of(source);
+    if (!document)
+        return document.error();
+    std::vector<RelationshipPtr> records;
+    records.reserve((*document)->all().size());
+    for (const Markup::Relationship& relationship : (*document)->all())
+        records.push_back(record(source, relationship));
+    return records;
+}
+
+Result<std::vector<RelationshipPtr>> PackageRelationships::recordsByType(std::string_view source, std::string_view type)
+{
+    auto document = of(source);
+    if (!document)
+        return document.error();
+    std::vector<RelationshipPtr> records;
+    for (const Markup::Relationship& relationship : (*document)->all()) {
+        if (relationship.type == type)
+            records.push_back(record(source, relationship));
+    }
+    return records;
+}
+
+Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::string_view type,
+                                                  std::string_view target, OpcTargetMode mode)
+{
+    auto set = setOf(source);
+    if (!set)
+        return set.error();
+    const bool isFirst = (*set)->part == nullptr;
+    if (isFirst) {
+        auto part = m_parts.create(Markup::relationshipsPartNameOf(source), Markup::relationshipsMediaType,
+                                   PackageParts::Typing::byExtension);
+        if (!part)
+            return part.error();
+        (*set)->part = *part;
+    }
+    auto added = (*set)->document.add(source, type, target, mode);
+    if (added)
+        return record(source, **added);
+    if (isFirst)
+        m_parts.remove(std::exchange((*set)->part, nullptr));
+    return added.error();
+}
+
+Result<> PackageRelationships::remove(std::string_view source, std::string_view id)
+{
+    auto set = setOf(source);
+    if (!set)
+        return set.error();
+    (*set)->document.remove(id);
+    return {};
+}
+
+Result<RelationshipPtr> PackageRelationships::replaceByType(std::string_view source, std::string_view type,
+                                                            std::string_view target)
+{
+    auto present = recordsByType(source, type);
+    if (!present)
+        return present.error();
+    // nothing is rewritten that says so already
+    if (present->size() == 1 && present->front()->target == target && present->front()->mode == OpcTargetMode::internal)
+        return present->front();
+    auto added = add(source, type, target, OpcTargetMode::internal);
+    if (!added)
+        return added;
+    for (const RelationshipPtr& old : *present) {
+        if (auto removed = remove(source, Text::narrow(old->id)); !removed)
+            return removed.error();
+    }
+    return added;
+}
+
+void PackageRelationships::generate(PackageItems::Generated& generated) const
+{
+    for (const auto& [source, set] : m_sets) {
+        if (set.part == nullptr || (set.part->item->hasBytes() && !set.document.isChanged()))
+            continue;
+        const std::string text = set.document.serialised();
+        const auto bytes = std::as_bytes(std::span{text});
+        generated[set.part->item.get()] = {bytes.begin(), bytes.end()};
+    }
+}
+
+Result<PackageRelationships::Set*> PackageRelationships::setOf(std::string_view source)
+{
+    const std::string key = Markup::partNameKey(source);
+    if (const auto known = m_sets.find(key); known != m_sets.end())
+        return &known->second;
+    auto set = read(source);
+    if (!set)
+        return set.error();
+    return &m_sets.emplace(key, std::move(*set)).first->second;
+}
+
+Result<PackageRelationships::Set> PackageRelationships::read(std::string_view source) const
+{
+    auto part = m_parts.findIfThere(Markup::relationshipsPartNameOf(source));
+    if (!part)
+        return part.error();
+    if (*part == nullptr)
+        return Set{};
+    auto bytes = m_parts.read(**part);
+    if (!bytes)
+        return bytes.error();
+    auto document = Markup::Relationships::parse(*bytes, source, m_parts.subjectOf((*part)->name));
+    if (!document)
+        return document.error();
+    return Set{std::move(*document), *part};
+}
+
+RelationshipPtr PackageRelationships::record(std::string_view source, const Markup::Relationship& relationship) const
+{
+    auto record = std::make_shared<RelationshipRecord>();
+    record->source = source;
+    record->id = Text::toString2(std::string_view{relationship.id});
+    record->type = Text::toString2(std::string_view{relationship.type});
+    record->target = relationship.target;
+    record->mode = relationship.mode;
+    record->packageName = m_parts.displayName();
+    return record;
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/core/opc/package_data.h"
+#include "host/core/opc/result.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kelvaris::System::IO::OpcPackaging::detail {
+
+/// The verdict on a package: reads and checks all of it, as any other use does piece by piece.
+class PackageVerifier
+{
+public:
+    /// @param package  outlives this object
+    explicit PackageVerifier(PackageData& package) noexcept : m_package{package} {}
+
+    /// Walks content types, core properties, the relationships of every source, and the bytes of every entry.
+    /// @return  a sentence for each thing that is left alone or put up with, or the first rule that is broken
+    Result<std::vector<std::string>> verify();
+
+private:
+    Result<> verifyRelationships();
+    Result<> verifyRelationshipsOf(const std::string& source);
+    Result<> verifyRelationship(const RelationshipRecord& relationship);
+    Result<> verifySignatureOrigin();
+    Result<> verifyEntries();
+
+    PackageData& m_package;
+    std::vector<std::string> m_diagnostics;
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -1,0 +1,204 @@
+#include "host/core/opc/zip/archive.h"
+
+#include "host/core/errors/make_error.h"
+#include "host/core/opc/zip/directory_reader.h"
+#include "host/core/opc/zip/end_record.h"
+#include "host/core/opc/zip/local_header.h"
+#include "host/core/opc/zip/packed_data.h"
+#include "host/core/opc/zip/records.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Kelvaris::System::IO::OpcPackaging::Zip {
+
+namespace {
+
+/// Room for the extra fields that are usual in local headers, so that one read does.
+constexpr std::size_t usualExtra = 64;
+constexpr std::uint64_t longestDescriptor = 24;
+
+/// Entries up to this size are read in one piece, header and all.
+constexpr std::uint64_t wholeRegion = std::uint64_t{256} << 10;
+
+/// A piece of a source that is in memory, at its place in the source. The bytes belong to the caller.
+class RegionSource final : public ByteSource
+{
+public:
+    RegionSource(std::uint64_t offset, Bytes bytes) noexcept
+        : ByteSource{offset + bytes.size(), {}}, m_offset{offset}, m_bytes{bytes}
+    {
+    }
+
+    Expected<void, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const override
+    {
+        const Bytes piece = m_bytes.subspan(offset - m_offset, target.size());
+        std::copy(piece.begin(), piece.end(), target.begin());
+        return {};
+    }
+
+private:
+    std::uint64_t m_offset;
+    Bytes m_bytes;
+};
+
+} // namespace
+
+Archive::Archive(ByteSourcePtr source) noexcept : m_source{std::move(source)} {}
+
+Archive::~Archive() = default;
+
+Expected<std::shared_ptr<const Archive>, ErrorCode2> Archive::open(ByteSourcePtr source)
+{
+    const std::shared_ptr<Archive> archive{new Archive{std::move(source)}};
+    if (auto done = archive->readDirectory(); !done)
+        return done.error();
+    return std::shared_ptr<const Archive>{archive};
+}
+
+Expected<void, ErrorCode2> Archive::readDirectory()
+{
+    SourceTail tail{*m_source};
+    auto place = readEndRecord(tail);
+    if (!place)
+        return place.error();
+    m_comment = place->comment;
+    m_directory.resize(place->directorySize);
+    if (auto done = tail.readAt(place->directoryOffset, m_directory); !done)
+        return done;
+    auto entries = DirectoryReader{displayName(), *place, m_directory}.read();
+    if (!entries)
+        return entries.error();
+    m_entries = *std::move(entries);
+    return {};
+}
+
+std::string Archive::describe(std::size_t index) const
+{
+    return describeEntry(displayName(), m_entries.at(index));
+}
+
+Expected<Archive::Local, ErrorCode2> Archive::readLocal(const Entry& entry, const ByteSource& source) const
+{
+    const auto failure = [&](std::string_view reason) {
+        return Errors::makeError(OpcError::damagedArchive, describeEntry(displayName(), entry), reason);
+    };
+    const std::uint64_t room = entry.regionEnd - entry.headerOffset;
+    std::vector<std::byte> header(
+        std::min<std::uint64_t>(room, RecordSize::localHeader + entry.name.size() + usualExtra));
+    if (auto done = source.readAt(entry.headerOffset, header); !done)
+        return done.error();
+    if (u32(header, 0) != Signature::localHeader)
+        return failure("there is no local header where the directory says (ZIP application note 4.3.7)");
+    const std::size_t headerSize = LocalHeader::sizeOf(header);
+    if (headerSize > room || entry.compressedSize > room - headerSize)
+        return failure("it overlaps what follows (ZIP application note 4.3.7)");
+    const std::size_t known = header.size();
+    header.resize(headerSize);
+    if (headerSize > known) {
+        if (auto done = source.readAt(entry.headerOffset + known, std::span{header}.subspan(known)); !done)
+            return done.error();
+    }
+    const LocalHeader local{entry, header};
+    if (const char* difference = local.difference())
+        return failure(difference);
+    Local result{.dataOffset = entry.headerOffset + headerSize};
+    result.end = result.dataOffset + entry.compressedSize;
+    if ((entry.flags & Flag::dataDescriptor) == 0)
+        return result;
+    std::vector<std::byte> behind(std::min(longestDescriptor, entry.regionEnd - result.end));
+    if (auto done = source.readAt(result.end, behind); !done)
+        return done.error();
+    const auto descriptor = local.descriptorSize(behind);
+    if (!descriptor)
+        return failure("the data descriptor and the directory differ, ISO/IEC 29500-2 M3.14");
+    result.end += *descriptor;
+    return result;
+}
+
+Expected<void, ErrorCode2> Archive::verify(std::size_t index) const
+{
+    m_locals.resize(m_entries.size());
+    Local& known = m_locals.at(index);
+    if (known.dataOffset != 0)
+        return {};
+    const auto local = readLocal(m_entries[index], *m_source);
+    if (!local)
+        return local.error();
+    known = *local;
+    return {};
+}
+
+PackedData Archive::packed(std::size_t index) const
+{
+    const Entry& entry = m_entries[index];
+    return {.source = *m_source,
+            .offset = m_locals[index].dataOffset,
+            .compressedSize = entry.compressedSize,
+            .size = entry.size,
+            .crc = entry.crc,
+            .method = entry.method,
+            .subject = describe(index)};
+}
+
+Expected<std::vector<std::byte>, ErrorCode2> Archive::readRegion(std::size_t index) const
+{
+    const Entry& entry = m_entries[index];
+    std::vector<std::byte> bytes(entry.regionEnd - entry.headerOffset);
+    if (auto done = m_source->readAt(entry.headerOffset, bytes); !done)
+        return done.error();
+    const auto local = readLocal(entry, RegionSource{entry.headerOffset, bytes});
+    if (!local)
+        return local.error();
+    m_locals.resize(m_entries.size());
+    m_locals[index] = *local;
+    return unpackBytes(packed(index),
+                       Bytes{bytes}.subspan(local->dataOffset - entry.headerOffset, entry.compressedSize));
+}
+
+Expected<std::vector<std::byte>, ErrorCode2> Archive::read(std::size_t index) const
+{
+    const Entry& entry = m_entries.at(index);
+    if (entry.regionEnd - entry.headerOffset <= wholeRegion)
+        return readRegion(index);
+    if (auto verified = verify(index); !verified)
+        return verified.error();
+    return readPacked(packed(index));
+}
+
+Expected<void, ErrorCode2> Archive::stream(std::size_t index, const Disk::ByteSink& sink) const
+{
+    const Entry& entry = m_entries.at(index);
+    if (entry.regionEnd - entry.headerOffset <= wholeRegion && entry.size <= wholeRegion) {
+        const auto bytes = readRegion(index);
+        if (!bytes)
+            return bytes.error();
+        return bytes->empty() ? Expected<void, ErrorCode2>{} : sink(*bytes);
+    }
+    if (auto verified = verify(index); !verified)
+        return verified;
+    return streamPacked(packed(index), sink);
+}
+
+Expected<ByteSourcePtr, ErrorCode2> Archive::openNested(std::size_t index) const
+{
+    if (m_entries.at(index).method != Method::stored) {
+        auto bytes = read(index);
+        if (!bytes)
+            return bytes.error();
+        return memorySource(*std::move(bytes), describe(index));
+    }
+    if (auto verified = verify(index); !verified)
+        return verified.error();
+    return windowSource(m_source, m_locals[index].dataOffset, m_entries[index].size, describe(index));
+}
+
+Expected<void, ErrorCode2> Archive::copyLocalEntry(std::size_t index, Disk::ReplacementFile& file) const
+{
+    if (auto verified = verify(index); !verified)
+        return verified;
+    const std::uint64_t begin = m_entries[index].headerOffset;
+    return m_source->copyTo(file, begin, m_locals[index].end - begin);
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Zip

@@ -1,0 +1,47 @@
+#include "host/core/opc/zip/payload.h"
+
+#include "host/core/opc/zip/packed_data.h"
+
+#include <utility>
+
+namespace Kelvaris::System::IO::OpcPackaging::Zip {
+
+Payload::Payload(ByteSourcePtr packed, Method method, std::uint32_t crc, std::uint64_t size) noexcept
+    : m_packed{std::move(packed)}, m_size{size}, m_crc{crc}, m_method{method}
+{
+}
+
+Payload::~Payload() = default;
+
+PackedData Payload::data(std::string_view subject) const
+{
+    return {.source = *m_packed,
+            .offset = 0,
+            .compressedSize = m_packed->size(),
+            .size = m_size,
+            .crc = m_crc,
+            .method = m_method,
+            .subject = std::string{subject}};
+}
+
+Expected<std::vector<std::byte>, ErrorCode2> Payload::read(std::string_view subject) const
+{
+    return readPacked(data(subject));
+}
+
+Expected<void, ErrorCode2> Payload::stream(std::string_view subject, const Disk::ByteSink& sink) const
+{
+    return streamPacked(data(subject), sink);
+}
+
+Expected<ByteSourcePtr, ErrorCode2> Payload::openNested(std::string displayName) const
+{
+    if (m_method == Method::stored)
+        return windowSource(m_packed, 0, m_size, std::move(displayName));
+    auto bytes = read(displayName);
+    if (!bytes)
+        return bytes.error();
+    return memorySource(*std::move(bytes), std::move(displayName));
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Zip

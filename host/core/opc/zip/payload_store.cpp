@@ -1,0 +1,273 @@
+#include "host/core/opc/zip/payload_store.h"
+
+#include "host/core/errors/make_error.h"
+#include "host/core/opc/limits.h"
+#include "host/core/opc/zip/deflate.h"
+#include "host/core/paths/disk/scratch_file.h"
+
+#include <libdeflate.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace Kelvaris::System::IO::OpcPackaging::Zip {
+
+namespace {
+
+using Bytes = std::span<const std::byte>;
+
+/// What all payloads of a store may hold in memory.
+constexpr std::size_t memoryBudget = std::size_t{16} << 20;
+
+/// Up to here a whole file is compressed in one piece; "maximum" may take more room for its work.
+constexpr std::size_t blockSize = std::size_t{4} << 20;
+constexpr std::size_t maximumBlockSize = std::size_t{8} << 20;
+static_assert(maximumBlockSize <= Limits::inflateGrace, "larger blocks could shrink beyond what a reader believes");
+
+constexpr std::size_t pieceSize = std::size_t{1} << 20;
+
+/// Of each MiB so much is tried. When a fiftieth or less of that can be saved, all is stored, at a tenth of the time.
+/// Otherwise the whole shrinks too: what does not is let through by isa-l with a ten thousandth more.
+constexpr std::size_t sampleSize = std::size_t{16} << 10;
+constexpr std::size_t worthwhileShare = 50;
+
+std::size_t blockSizeFor(Effort effort)
+{
+    return effort == Effort::maximum ? maximumBlockSize : blockSize;
+}
+
+/// Bytes that a `ScratchFile` holds.
+class ScratchSource final : public ByteSource
+{
+public:
+    ScratchSource(std::shared_ptr<const Disk::ScratchFile> file, std::uint64_t offset, std::uint64_t size)
+        : ByteSource{size, {}}, m_file{std::move(file)}, m_offset{offset}
+    {
+    }
+
+    Expected<void, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const override
+    {
+        return m_file->readAt(m_offset + offset, target);
+    }
+
+private:
+    std::shared_ptr<const Disk::ScratchFile> m_file;
+    std::uint64_t m_offset;
+};
+
+/// Bytes to be taken in: read piece by piece, in order, and in samples before.
+class Input
+{
+public:
+    virtual ~Input() = default;
+
+    /// How many bytes there are, as far as it is known.
+    virtual std::uint64_t expectedSize() const = 0;
+
+    /// Fewer bytes than `target` has room for only at the end.
+    virtual Expected<std::size_t, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const = 0;
+};
+
+class MemoryInput final : public Input
+{
+public:
+    explicit MemoryInput(Bytes bytes) : m_bytes{bytes} {}
+
+    std::uint64_t expectedSize() const override { return m_bytes.size(); }
+
+    Expected<std::size_t, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const override
+    {
+        const std::size_t count = std::min<std::uint64_t>(target.size(), m_bytes.size() - offset);
+        std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(offset), count, target.begin());
+        return count;
+    }
+
+private:
+    Bytes m_bytes;
+};
+
+class FileInput final : public Input
+{
+public:
+    explicit FileInput(const Disk::InputFile& file) : m_file{file} {}
+
+    std::uint64_t expectedSize() const override { return m_file.size(); }
+
+    /// A file may have grown since it was opened, but bytes that it had must not be missing.
+    Expected<std::size_t, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const override
+    {
+        auto count = m_file.readUpTo(offset, target);
+        if (count && *count < target.size() && offset + *count < m_file.size())
+            return Errors::makeError(CoreError::fileTruncated, m_file.displayName());
+        return count;
+    }
+
+private:
+    const Disk::InputFile& m_file;
+};
+
+} // namespace
+
+class PayloadStore::Data
+{
+public:
+    Expected<PayloadPtr, ErrorCode2> takeBlock(Bytes bytes, Effort effort);
+    Expected<PayloadPtr, ErrorCode2> takeStream(const Input& input, Effort effort);
+
+private:
+    /// The piece of the temporary file that is being written.
+    struct Packed
+    {
+        std::uint64_t begin = 0;
+        std::uint64_t size = 0; ///< of the bytes that were taken in
+        std::uint32_t crc = 0;
+    };
+
+    Expected<ByteSourcePtr, ErrorCode2> keep(Bytes packed);
+    ByteSourcePtr keepInMemory(Bytes packed);
+    Expected<void, ErrorCode2> openScratch();
+    Expected<bool, ErrorCode2> isWorthwhile(const Input& input);
+    Expected<Packed, ErrorCode2> pack(const Input& input, Method method, Effort effort);
+    PayloadPtr payload(const Packed& packed, Method method) const;
+
+    BlockDeflater m_deflater;
+    std::shared_ptr<std::size_t> m_inMemory = std::make_shared<std::size_t>(0);
+    std::shared_ptr<Disk::ScratchFile> m_scratch;
+};
+
+ByteSourcePtr PayloadStore::Data::keepInMemory(Bytes packed)
+{
+    auto source = memorySource({packed.begin(), packed.end()}, {});
+    const ByteSource* bytes = source.get();
+    *m_inMemory += packed.size();
+    // the last one who uses the bytes gives their share of the budget back
+    return {bytes,
+            [source = std::move(source), budget = m_inMemory](const ByteSource* kept) { *budget -= kept->size(); }};
+}
+
+Expected<void, ErrorCode2> PayloadStore::Data::openScratch()
+{
+    if (m_scratch)
+        return {};
+    auto file = Disk::ScratchFile::create();
+    if (!file)
+        return file.error();
+    m_scratch = std::make_shared<Disk::ScratchFile>(*std::move(file));
+    return {};
+}
+
+Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::keep(Bytes packed)
+{
+    if (packed.size() <= memoryBudget - *m_inMemory)
+        return keepInMemory(packed);
+    if (auto opened = openScratch(); !opened)
+        return opened.error();
+    const auto offset = m_scratch->append(packed);
+    if (!offset)
+        return offset.error();
+    return ByteSourcePtr{std::make_shared<ScratchSource>(m_scratch, *offset, packed.size())};
+}
+
+Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effort effort)
+{
+    const std::uint32_t crc = libdeflate_crc32(0, bytes.data(), bytes.size());
+    const auto compressed = m_deflater.deflate(bytes, effort);
+    auto kept = keep(compressed.empty() ? bytes : compressed);
+    if (!kept)
+        return kept.error();
+    const Method method = compressed.empty() ? Method::stored : Method::deflated;
+    return PayloadPtr{std::make_shared<Payload>(*std::move(kept), method, crc, bytes.size())};
+}
+
+Expected<bool, ErrorCode2> PayloadStore::Data::isWorthwhile(const Input& input)
+{
+    std::vector<std::byte> sample(sampleSize);
+    std::uint64_t tried = 0;
+    std::uint64_t left = 0;
+    for (std::uint64_t offset = 0; offset < input.expectedSize(); offset += pieceSize) {
+        const auto count = input.readAt(offset, sample);
+        if (!count)
+            return count.error();
+        tried += *count;
+        left += m_deflater.probe(std::span{sample}.first(*count));
+    }
+    return left < tried - tried / worthwhileShare;
+}
+
+Expected<PayloadStore::Data::Packed, ErrorCode2> PayloadStore::Data::pack(const Input& input, Method method,
+                                                                          Effort effort)
+{
+    Packed packed{.begin = m_scratch->size()};
+    const Disk::ByteSink toScratch = [this](Bytes bytes) -> Expected<void, ErrorCode2> {
+        const auto offset = m_scratch->append(bytes);
+        return offset ? Expected<void, ErrorCode2>{} : offset.error();
+    };
+    StreamDeflater deflater{effort, toScratch};
+    std::vector<std::byte> buffer(pieceSize);
+    for (std::size_t count = buffer.size(); count == buffer.size();) {
+        const auto read = input.readAt(packed.size, buffer);
+        if (!read)
+            return read.error();
+        count = *read;
+        const auto piece = Bytes{buffer}.first(count);
+        packed.size += count;
+        packed.crc = libdeflate_crc32(packed.crc, piece.data(), piece.size());
+        if (auto done = method == Method::stored ? toScratch(piece) : deflater.write(piece); !done)
+            return done.error();
+    }
+    if (method == Method::stored)
+        return packed;
+    if (auto finished = deflater.finish(); !finished)
+        return finished.error();
+    return packed;
+}
+
+PayloadPtr PayloadStore::Data::payload(const Packed& packed, Method method) const
+{
+    auto source = std::make_shared<ScratchSource>(m_scratch, packed.begin, m_scratch->size() - packed.begin);
+    return std::make_shared<Payload>(std::move(source), method, packed.crc, packed.size);
+}
+
+Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeStream(const Input& input, Effort effort)
+{
+    if (auto opened = openScratch(); !opened)
+        return opened.error();
+    const auto worthwhile = effort == Effort::store ? false : isWorthwhile(input);
+    if (!worthwhile)
+        return worthwhile.error();
+    const Method method = *worthwhile ? Method::deflated : Method::stored;
+    const std::uint64_t before = m_scratch->size();
+    const auto packed = pack(input, method, effort);
+    if (packed)
+        return payload(*packed, method);
+    m_scratch->truncate(before);
+    return packed.error();
+}
+
+PayloadStore::PayloadStore() : m_data{std::make_unique<Data>()} {}
+PayloadStore::~PayloadStore() = default;
+
+Expected<PayloadPtr, ErrorCode2> PayloadStore::take(std::span<const std::byte> bytes, Effort effort)
+{
+    if (bytes.size() <= blockSizeFor(effort))
+        return m_data->takeBlock(bytes, effort);
+    return m_data->takeStream(MemoryInput{bytes}, effort);
+}
+
+Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file, Effort effort)
+{
+    const FileInput input{file};
+    const std::size_t limit = blockSizeFor(effort);
+    // one byte more than there should be shows whether the file has grown
+    const std::size_t room = std::min<std::uint64_t>(file.size(), limit) + 1;
+    const auto buffer = std::make_unique_for_overwrite<std::byte[]>(room);
+    const auto count = input.readAt(0, {buffer.get(), room});
+    if (!count)
+        return count.error();
+    if (*count < room && *count <= limit)
+        return m_data->takeBlock({buffer.get(), *count}, effort);
+    return m_data->takeStream(input, effort);
+}
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Zip

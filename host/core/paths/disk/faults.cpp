@@ -1,0 +1,48 @@
+#include "host/core/paths/disk/faults.h"
+
+#if defined(HOLLERWICK_FAULTS)
+
+#include <atomic>
+#include <cerrno>
+#include <limits>
+
+namespace Kelvaris::System::Disk::Faults {
+
+namespace {
+
+constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
+
+std::atomic<std::uint64_t> s_calls{0};
+std::atomic<std::uint64_t> s_failing{never};
+std::atomic<int> s_error{0};
+
+} // namespace
+
+std::uint64_t calls() noexcept
+{
+    return s_calls;
+}
+
+void fail(std::uint64_t call, int error) noexcept
+{
+    s_calls = 0;
+    s_error = error;
+    s_failing = call;
+}
+
+void clear() noexcept
+{
+    fail(never, 0);
+}
+
+bool strike() noexcept
+{
+    if (s_calls++ != s_failing)
+        return false;
+    errno = s_error;
+    return true;
+}
+
+} // namespace Kelvaris::System::Disk::Faults
+
+#endif

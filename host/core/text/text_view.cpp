@@ -1,0 +1,183 @@
+#include "host/core/text/text_view.h"
+
+#include "host/core/errors/make_error.h"
+#include "kelvaris/system/system_error.h"
+
+#include <utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+
+namespace Kelvaris::System::Text {
+
+namespace {
+
+/// As much of a text as a message can show.
+constexpr std::size_t shownLength = 100;
+
+template <class Character>
+[[noreturn]] void throwInvalidText(std::basic_string_view<Character> text)
+{
+    std::string shown = displayed(text.substr(0, shownLength));
+    if (text.size() > shownLength)
+        shown += "...";
+    throw SystemError{Errors::makeError(CoreError::invalidText, shown)};
+}
+
+void appendHexadecimal(std::string& target, std::uint32_t value)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    int shift = 4;
+    while (shift < 28 && (value >> (shift + 4)) != 0)
+        shift += 4;
+    target += "\\x";
+    for (; shift >= 0; shift -= 4)
+        target += digits[(value >> shift) & 0xF];
+}
+
+bool isBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last)
+{
+    return first <= value && value <= last;
+}
+
+/// Control characters, line and paragraph separators, and the marks that turn the direction of the text after them.
+bool disturbsLine(std::uint32_t character)
+{
+    return character < 0x20 || isBetween(character, 0x7F, 0x9F) || isBetween(character, 0x2028, 0x202E) ||
+           isBetween(character, 0x2066, 0x2069);
+}
+
+void appendBytes(std::string& target, std::string_view bytes)
+{
+    for (const char byte : bytes)
+        appendHexadecimal(target, static_cast<unsigned char>(byte));
+}
+
+void appendDisplayed(std::string& target, std::string_view valid)
+{
+    for (auto it = valid.begin(); it != valid.end();) {
+        const auto begin = it;
+        const std::uint32_t character = utf8::next(it, valid.end());
+        const std::string_view bytes{begin, it};
+        if (disturbsLine(character))
+            appendBytes(target, bytes);
+        else
+            target += bytes;
+    }
+}
+
+std::optional<std::string> validUtf8(std::wstring_view text)
+{
+    std::string narrowed;
+    narrowed.reserve(text.size());
+    try {
+        if constexpr (sizeof(wchar_t) == sizeof(char16_t))
+            utf8::utf16to8(text.begin(), text.end(), std::back_inserter(narrowed));
+        else
+            utf8::utf32to8(text.begin(), text.end(), std::back_inserter(narrowed));
+    } catch (const utf8::exception&) {
+        return std::nullopt;
+    }
+    return narrowed;
+}
+
+/// Takes one character, or one unit that is none, off `text`.
+std::string takeDisplayed(std::wstring_view& text)
+{
+    // a character is one unit, or two where the platform has surrogates
+    for (const std::size_t units : {std::size_t{1}, std::size_t{2}}) {
+        if (const auto character = validUtf8(text.substr(0, units))) {
+            text.remove_prefix(units);
+            return displayed(*character);
+        }
+    }
+    std::string shown;
+    appendHexadecimal(shown, static_cast<std::uint32_t>(text.front()));
+    text.remove_prefix(1);
+    return shown;
+}
+
+constexpr char asciiLower(char letter) noexcept
+{
+    return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+constexpr bool isBlank(char8_t character) noexcept
+{
+    return character == u8' ' || character == u8'\t' || character == u8'\r' || character == u8'\n';
+}
+
+} // namespace
+
+bool isValidUtf8(std::string_view text) noexcept
+{
+    return utf8::is_valid(text.begin(), text.end());
+}
+
+std::wstring toWide(std::string_view text)
+{
+    std::wstring wide;
+    wide.reserve(text.size());
+    try {
+        if constexpr (sizeof(wchar_t) == sizeof(char16_t))
+            utf8::utf8to16(text.begin(), text.end(), std::back_inserter(wide));
+        else
+            utf8::utf8to32(text.begin(), text.end(), std::back_inserter(wide));
+    } catch (const utf8::exception&) {
+        throwInvalidText(text);
+    }
+    return wide;
+}
+
+std::string toUtf8(std::wstring_view text)
+{
+    if (auto narrowed = validUtf8(text))
+        return *std::move(narrowed);
+    throwInvalidText(text);
+}
+
+std::string displayed(std::string_view text)
+{
+    std::string shown;
+    while (!text.empty()) {
+        const auto invalid = utf8::find_invalid(text.begin(), text.end());
+        const auto valid = static_cast<std::size_t>(invalid - text.begin());
+        appendDisplayed(shown, text.substr(0, valid));
+        appendBytes(shown, text.substr(valid, 1));
+        text.remove_prefix(std::min(valid + 1, text.size()));
+    }
+    return shown;
+}
+
+std::string displayed(std::wstring_view text)
+{
+    std::string shown;
+    while (!text.empty())
+        shown += takeDisplayed(text);
+    return shown;
+}
+
+bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept
+{
+    return std::ranges::equal(left, right, {}, asciiLower, asciiLower);
+}
+
+std::string toAsciiLower(std::string_view text)
+{
+    std::string lower{text};
+    std::ranges::transform(lower, lower.begin(), asciiLower);
+    return lower;
+}
+
+std::u8string_view trimmed(std::u8string_view text) noexcept
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace Kelvaris::System::Text
