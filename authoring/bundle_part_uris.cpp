@@ -1,0 +1,87 @@
+#include "authoring/bundle_part_uris.h"
+
+#include "authoring/path_conversion.h"
+#include "kelvaris/system/runtime_error.h"
+#include "kelvaris/system/string.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace Authoring {
+
+namespace fs = std::filesystem;
+
+using Kelvaris::System::FilePath2;
+using Kelvaris::System::RuntimeError;
+using Kelvaris::System::String;
+using Kelvaris::System::IO::OpcPackaging::OpcPackagePartUri;
+
+namespace {
+
+constexpr std::wstring_view separators = L"/\\";
+
+/// With "/" for every separator: scripts write both on every platform.
+fs::path genericPath(std::wstring text)
+{
+    std::ranges::replace(text, L'\\', L'/');
+    return toStdPath({text.data(), text.size()});
+}
+
+std::wstring_view nameOf(std::wstring_view path)
+{
+    // behind no separator stands the whole text: npos + 1 is 0
+    return path.substr(path.find_last_of(separators) + 1);
+}
+
+fs::path weaklyCanonical(const fs::path& path)
+{
+    std::error_code error;
+    fs::path canonical;
+    // A path of which nothing exists would stay relative, and then nothing could be said about its place.
+    const fs::path directory = path.is_absolute() ? fs::path{} : fs::current_path(error);
+    if (!error)
+        canonical = fs::weakly_canonical(directory / path, error);
+    if (error)
+        throw fs::filesystem_error{"weakly_canonical", path, error};
+    return canonical;
+}
+
+std::wstring secondaryPartPath(const FilePath2& file, const fs::path& canonicalBase)
+{
+    const fs::path relative = weaklyCanonical(toStdPath(file)).lexically_relative(canonicalBase);
+    // On the first two characters and not on the first component: a name that begins with two dots is refused too.
+    if (relative.u8string().starts_with(u8"..")) {
+        const String text{genericPath(file.c_str()).generic_u8string()};
+        throw RuntimeError{"secondary file must exist within the directory hierarchy of the primary file: " +
+                           text.toLegacyUtf8()};
+    }
+    return toFilePath2(relative).c_str();
+}
+
+} // namespace
+
+std::vector<OpcPackagePartUri> bundlePartUris(std::wstring_view folderName, const std::vector<FilePath2>& files)
+{
+    if (files.empty())
+        throw RuntimeError{"the list of files is empty: there is nothing to put into the bundle"};
+
+    const std::wstring folder = std::wstring{folderName} + L'\\';
+    const std::wstring primary = files.front().c_str();
+    const fs::path base = genericPath(primary).parent_path();
+
+    std::vector<OpcPackagePartUri> uris;
+    uris.reserve(files.size());
+    uris.emplace_back((folder + std::wstring{nameOf(primary)}).c_str());
+    if (files.size() == 1)
+        return uris;
+
+    const fs::path canonicalBase = weaklyCanonical(base);
+    for (std::size_t index = 1; index < files.size(); ++index)
+        uris.emplace_back((folder + secondaryPartPath(files[index], canonicalBase)).c_str());
+    return uris;
+}
+
+} // namespace Authoring

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "kelvaris/system/application.h"
+#include "kelvaris/system/bad_expected_access.h"
+#include "kelvaris/system/error_code2.h"
+
+#include <exception>
+#include <type_traits>
+#include <utility>
+
+/// Runs `step`, a callable without arguments. What it throws ends here, as one log line under "ui": an exception that
+/// left an event handler would end the host.
+/// @return  whether `step` came to its end
+template <class Step>
+bool runGuarded(Step&& step) noexcept
+{
+    using namespace Kelvaris::System;
+    auto& logger = Application::instance()->logger();
+    try {
+        std::forward<Step>(step)();
+        return true;
+    } catch (const bad_expected_access<ErrorCode2>& failure) {
+        logger.error("ui", failure.error());
+    } catch (const std::exception& failure) {
+        logger.error("ui", failure.what());
+    } catch (...) {
+        logger.error("ui", "unknown error");
+    }
+    return false;
+}
+
+/// The same for a slot: a callable that runs `slot` with whatever arguments the signal brings.
+///
+///     connect(button, &QPushButton::clicked, this, guarded([this] { createExample(); }));
+///
+/// A signal's arguments reach the slot only if it takes all of them.
+template <class Slot>
+auto guarded(Slot slot)
+{
+    return [slot = std::move(slot)](auto&&... arguments) {
+        if constexpr (std::is_invocable_v<const Slot&, decltype(arguments)...>)
+            runGuarded([&] { slot(std::forward<decltype(arguments)>(arguments)...); });
+        else
+            runGuarded([&] { slot(); });
+    };
+}
