@@ -1,0 +1,13 @@
+#include "models/part_path.h"
+
+#include "kelvaris/system/url.h"
+
+using namespace Kelvaris::System;
+using namespace Kelvaris::System::IO::OpcPackaging;
+
+Expected<FilePath2, ErrorCode2> localPath(const OpcPackagePart& part)
+{
+    return part.uri().andThen([](OpcPackagePartUri uri) { return uri.toUri(); }).andThen([](Url url) {
+        return url.toLocalFile(UrlLocalFileOptions::relativePath);
+    });
+}
