@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QString>
+
+#include <chrono>
+
+/// The pattern of a search box: `text` is a regular expression, in which case is ignored. The empty text gives the
+/// pattern that is found in every text.
+QRegularExpression searchPattern(const QString& text);
+
+/// Finds a pattern in the texts of a list as `QString::contains` does, one pass over the list after the other, and
+/// never holds the window up for long.
+///
+/// Some patterns take a time that doubles with each letter of the text. The regular expression engine gives up a text
+/// after some millions of steps, which are some hundredths of a second: too long for each of ten thousand rows. A text
+/// at which the engine gave up counts as no hit, and so does every text left in the pass once that has happened often,
+/// or once the pass has spent its time.
+class PatternMatcher
+{
+public:
+    /// How often in a pass the engine may give up.
+    static constexpr int maximumGivenUp = 8;
+
+    /// What all matches of a pass may take together, in the time of the processor: a search must find as much on a busy
+    /// machine as on an idle one. An ordinary pattern takes a tenth of it for ten thousand rows.
+    static constexpr std::chrono::milliseconds maximumTime{300};
+
+    /// Begins a pass if `pattern` differs from the one before; otherwise the pass goes on.
+    void setPattern(const QRegularExpression& pattern);
+
+    /// Begins a pass with the pattern that is set.
+    void startPass();
+
+    /// Whether the pattern is found in `text`. An invalid pattern is found nowhere, the empty one everywhere.
+    bool isFoundIn(const QString& text);
+
+private:
+    bool match(const QString& text);
+    void addTime(std::chrono::nanoseconds byTheClock);
+    bool isGivenUp() const;
+
+    QRegularExpression m_pattern;
+    bool m_isEmpty = true;
+    bool m_isValid = true;
+    int m_givenUp = 0;
+    std::chrono::nanoseconds m_time{};
+    std::chrono::nanoseconds m_byTheClock{}; // of matches since the processor's time was read
+    std::chrono::nanoseconds m_processorTime{};
+};
