@@ -1,0 +1,46 @@
+#include "host/shell/command_line.h"
+#include "host/shell/commands.h"
+#include "host/shell/log_output.h"
+#include "kelvaris/system/application.h"
+
+#include <QtCore/QTextCodec>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+using namespace HostShell;
+
+int endEarly(const EarlyEnd& end)
+{
+    if (end.status == 0)
+        std::fputs(end.text.c_str(), stdout);
+    else
+        complain(end.text);
+    return end.status;
+}
+
+int run(const std::vector<std::string>& words)
+{
+    const auto line = parseCommandLine(words);
+    if (!line)
+        return endEarly(line.error());
+    startLog(line->logThreshold);
+    Kelvaris::System::Application::instance()->settings().setLogScriptCalls(line->logScriptCalls);
+    return runCommand(*line);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // names of files are UTF-8 whatever the locale is: in the "C" locale Qt would put question marks into them
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    try {
+        return run({argv + 1, argv + argc});
+    } catch (const std::exception& failure) {
+        complain(failure.what());
+        return 2;
+    }
+}
