@@ -3,9 +3,12 @@
 
 extern "C" {
 
-const char* __asan_default_options();
-const char* __lsan_default_options();
-const char* __lsan_default_suppressions();
+// The sanitizers' library looks for these by name, so that they must be seen outside of the program.
+#define SEEN __attribute__((visibility("default")))
+
+SEEN const char* __asan_default_options();
+SEEN const char* __lsan_default_options();
+SEEN const char* __lsan_default_suppressions();
 
 const char* __asan_default_options()
 {
@@ -17,11 +20,14 @@ const char* __lsan_default_options()
     return "print_suppressions=0";
 }
 
-/// Caches of libraries that live as long as the process, and the screen of Qt's offscreen platform.
+/// Caches of libraries that live as long as the process, the screen of Qt's offscreen platform, and the guard that Qt's delivery
+/// of events holds while an exception of a handler passes through it.
 const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\n"
            "leak:libQt5XcbQpa\n"
+           "leak:libQt5WebKit\n"
+           "leak:QtSharedPointer::ExternalRefCountData::getAndRef\n"
            "leak:libqoffscreen\n";
 }
 }
