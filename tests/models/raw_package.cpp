@@ -21,7 +21,7 @@ std::uint32_t checksum(std::string_view bytes)
     return ~remainder;
 }
 
-void put(std::string& out, std::uint32_t value, int bytes)
+void put(std::string& out, std::uint64_t value, int bytes)
 {
     for (int i = 0; i < bytes; ++i)
         out += static_cast<char>((value >> (8 * i)) & 0xFFU);
