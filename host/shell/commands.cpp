@@ -140,7 +140,8 @@ int openConsole(const CommandLine& line)
     const auto stage = Stage::withWindows(line);
     if (!stage)
         return refuse(stage.error().text);
-    ConsoleWindow window;
+    // pictures look the same whatever the user did before
+    ConsoleWindow window{line.grabDirectory.empty() ? ConsolePlaces::ofUser() : ConsolePlaces{}};
     window.show();
     return (*stage)->finish(0);
 }

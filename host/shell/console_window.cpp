@@ -1,55 +1,75 @@
 #include "host/shell/console_window.h"
 
+#include "host/shell/call_completion.h"
 #include "host/shell/function_call.h"
+#include "host/shell/function_pane.h"
+#include "host/shell/line_input.h"
+#include "host/shell/script_editor.h"
+#include "host/shell/window_grabber.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QMimeData>
 #include <QtCore/QSaveFile>
+#include <QtCore/QUrl>
 #include <QtGui/QCloseEvent>
-#include <QtGui/QFontDatabase>
-#include <QtGui/QTextBlock>
+#include <QtGui/QDropEvent>
+#include <QtWidgets/QAction>
 #include <QtWidgets/QFileDialog>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QSplitter>
-#include <QtWidgets/QToolBar>
-#include <QtWidgets/QVBoxLayout>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTextBrowser>
+
+#include <cstdlib>
+#include <utility>
 
 namespace HostShell {
 
 namespace {
 
-using Kelvaris::FunctionRegistry;
-using Kelvaris::RegisteredFunction;
+using Kelvaris::System::Logging::LogLine;
 
-QPlainTextEdit* makeTextPane(const QString& objectName, const QString& accessibleName)
+/// More of a line is of no use to a reader, and a pane takes long to lay it out.
+constexpr int longestShownLine = 20'000;
+
+QString shownPart(const QString& line)
 {
-    auto* pane = new QPlainTextEdit;
-    pane->setObjectName(objectName);
-    pane->setAccessibleName(accessibleName);
-    pane->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    pane->setLineWrapMode(QPlainTextEdit::NoWrap);
-    return pane;
+    if (line.size() <= longestShownLine)
+        return line;
+    return ConsoleWindow::tr("%1… (%n more characters)", nullptr, line.size() - longestShownLine)
+        .arg(line.left(longestShownLine));
 }
 
-QWidget* withHeading(const QString& heading, QWidget* pane)
+void appendTo(QPlainTextEdit& pane, const QStringList& lines)
 {
-    auto* box = new QWidget;
-    auto* layout = new QVBoxLayout{box};
-    auto* label = new QLabel{heading};
-    label->setBuddy(pane);
-    layout->addWidget(label);
-    layout->addWidget(pane);
-    return box;
+    QStringList shown;
+    for (const QString& line : lines)
+        shown.append(shownPart(line));
+    pane.appendPlainText(shown.join(QLatin1Char{'\n'}));
 }
 
-QString arityHint(const RegisteredFunction& function)
+/// Runs a line and prints its value.
+QString scriptOfLine(const QString& line)
 {
-    const QString arity = QString::fromStdString(arityOf(function));
-    return ConsoleWindow::tr("%1: number of arguments %2").arg(QString::fromStdString(function.name), arity);
+    const QByteArray literal = QJsonDocument{QJsonArray{line}}.toJson(QJsonDocument::Compact);
+    return QStringLiteral("var value = eval(%1[0]); if (value !== undefined) print(value)")
+        .arg(QString::fromUtf8(literal));
+}
+
+QStringList localFiles(const QMimeData& data)
+{
+    QStringList files;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile())
+            files.append(url.toLocalFile());
+    }
+    return files;
 }
 
 QString scriptFilter()
@@ -59,119 +79,151 @@ QString scriptFilter()
 
 } // namespace
 
-ConsoleWindow::ConsoleWindow()
-    : m_runner{[this](const QString& line) { appendOutput(line); }},
-      m_log{[this](const Kelvaris::System::Logging::LogLine& line) {
-          appendOutput(QString::fromStdString(Kelvaris::System::Logging::toText(line)));
+ConsoleWindow::ConsoleWindow(const ConsolePlaces& places)
+    : m_memory{places.settings}, m_history{places.history}, m_outputFeed{[this](const QStringList& lines) {
+          appendTo(*m_output, lines);
+      }},
+      m_logFeed{[this](const QStringList& lines) { appendTo(*m_log, lines); }},
+      m_script{[this](const QString& line) { m_outputFeed.add(line); }}, m_tap{[this](const LogLine& line) {
+          m_logFeed.add(QString::fromStdString(Kelvaris::System::Logging::toText(line)));
       }}
 {
     setObjectName(QStringLiteral("ConsoleWindow"));
-    resize(1100, 640);
+    setAcceptDrops(true);
+    resize(1180, 760);
     buildPanes();
-    buildFileMenu();
-    buildScriptMenu();
-    fillFunctionList();
-    setFile({});
-    m_editor->setFocus();
-}
-
-ConsoleWindow::~ConsoleWindow() = default;
-
-void ConsoleWindow::buildPanes()
-{
-    m_editor = makeTextPane(QStringLiteral("scriptEdit"), tr("Script"));
-    m_editor->setPlaceholderText(tr("print(_filename(\"C:/designs/buck.kvsch\"))"));
-    m_output = makeTextPane(QStringLiteral("outputPane"), tr("Output"));
-    m_output->setReadOnly(true);
-    m_functions = new QListWidget;
-    m_functions->setObjectName(QStringLiteral("functionList"));
-    m_functions->setAccessibleName(tr("Functions"));
-
-    auto* texts = new QSplitter{Qt::Vertical};
-    texts->addWidget(withHeading(tr("&Script"), m_editor));
-    texts->addWidget(withHeading(tr("&Output"), m_output));
-    texts->setStretchFactor(0, 2);
-    texts->setStretchFactor(1, 1);
-    auto* all = new QSplitter;
-    all->addWidget(texts);
-    all->addWidget(withHeading(tr("F&unctions"), m_functions));
-    all->setStretchFactor(0, 1);
-    all->setSizes({700, 400});
-    setCentralWidget(all);
-
+    buildMenus();
+    buildToolBar();
+    restoreState();
+    connect(&m_script, &ScriptThread::ended, this, &ConsoleWindow::endRun);
     connect(m_editor, &QPlainTextEdit::modificationChanged, this, &QWidget::setWindowModified);
-    connect(m_functions, &QListWidget::itemActivated, this,
-            [this](const QListWidgetItem* item) { insertFunction(item->text()); });
-}
-
-void ConsoleWindow::buildFileMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&File"));
-    menu->addAction(tr("&New"), this, &ConsoleWindow::newScript, QKeySequence::New);
-    menu->addAction(tr("&Open…"), this, &ConsoleWindow::chooseAndOpen, QKeySequence::Open);
-    menu->addAction(tr("&Save"), this, &ConsoleWindow::save, QKeySequence::Save);
-    menu->addAction(tr("Save &As…"), this, &ConsoleWindow::saveAs, QKeySequence::SaveAs);
-    menu->addSeparator();
-    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
-}
-
-void ConsoleWindow::buildScriptMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&Run"));
-    QAction* run = menu->addAction(tr("&Run script"), this, &ConsoleWindow::runScript, Qt::Key_F5);
-    QAction* clear = menu->addAction(tr("&Clear output"), m_output, &QPlainTextEdit::clear);
-    clear->setShortcut(QKeySequence{QStringLiteral("Ctrl+L")});
-    QToolBar* bar = addToolBar(tr("Run"));
-    bar->setObjectName(QStringLiteral("runBar"));
-    bar->addAction(run);
-    bar->addAction(clear);
-}
-
-void ConsoleWindow::fillFunctionList()
-{
-    for (const RegisteredFunction& function : FunctionRegistry::instance().functions()) {
-        auto* item = new QListWidgetItem{QString::fromStdString(function.name), m_functions};
-        item->setToolTip(arityHint(function));
-    }
-}
-
-void ConsoleWindow::insertFunction(const QString& name)
-{
-    m_editor->insertPlainText(name + QStringLiteral("()"));
-    m_editor->moveCursor(QTextCursor::Left);
+    m_editor->viewport()->installEventFilter(this);
+    setFile({});
+    showRunning();
     m_editor->setFocus();
+}
+
+ConsoleWindow::~ConsoleWindow()
+{
+    // a script that waits to print would never end
+    m_outputFeed.close();
+    m_logFeed.close();
 }
 
 void ConsoleWindow::runScript()
 {
-    // a script may open a modal dialog, whose event loop lets F5 through to this window's shortcut
-    if (m_running)
+    if (m_script.isRunning())
         return;
-    m_running = true;
-    const QString fileName = m_path.isEmpty() ? QStringLiteral("script") : m_path;
-    const ScriptEnd end = m_runner.run(m_editor->toPlainText(), fileName, {});
-    m_running = false;
-    if (end.error.isEmpty())
-        return;
-    appendOutput(end.error);
-    markErrorLine(end.error.mid(fileName.size()));
+    m_runsEditor = true;
+    m_editor->clearError();
+    run(m_editor->toPlainText(), m_path.isEmpty() ? QStringLiteral("script") : m_path);
 }
 
-void ConsoleWindow::markErrorLine(const QString& error)
+void ConsoleWindow::runLine(const QString& line)
 {
-    static const QRegularExpression place{QStringLiteral("^:(\\d+)")};
-    const int line = place.match(error).captured(1).toInt();
-    const QTextBlock block = m_editor->document()->findBlockByNumber(line - 1);
-    if (!block.isValid())
+    if (m_script.isRunning())
         return;
-    QTextCursor cursor{block};
-    cursor.select(QTextCursor::LineUnderCursor);
-    m_editor->setTextCursor(cursor);
+    m_runsEditor = false;
+    m_line->clear();
+    m_outputFeed.add(QStringLiteral("> ") + line);
+    remember(line);
+    m_script.start(scriptOfLine(line), QStringLiteral("line"));
+    showRunning();
 }
 
-void ConsoleWindow::appendOutput(const QString& line)
+void ConsoleWindow::run(const QString& script, const QString& fileName)
 {
-    m_output->appendPlainText(line);
+    remember(script);
+    m_script.start(script, fileName);
+    showRunning();
+}
+
+void ConsoleWindow::remember(const QString& text)
+{
+    // before it runs: what it does to the program does not matter to the history
+    const QString failure = m_history.add(text);
+    if (!failure.isEmpty())
+        m_logFeed.add(failure);
+}
+
+void ConsoleWindow::endRun(const ScriptEnd& end)
+{
+    m_outputFeed.flush();
+    m_logFeed.flush();
+    m_stopping = false;
+    showRunning();
+    if (end.stopped)
+        statusBar()->showMessage(tr("Stopped."));
+    else if (end.exited)
+        statusBar()->showMessage(tr("Ended by exit(%1).").arg(end.status));
+    else
+        statusBar()->showMessage(end.error.isEmpty() ? tr("Done.") : shownPart(end.error));
+    if (!end.error.isEmpty())
+        m_outputFeed.add(end.error);
+    if (m_runsEditor && end.line > 0)
+        m_editor->markError(end.line, end.error);
+    Q_EMIT ended();
+    if (std::exchange(m_closing, false))
+        close();
+}
+
+void ConsoleWindow::stopScript()
+{
+    if (!m_script.isRunning())
+        return;
+    m_stopping = true;
+    statusBar()->showMessage(tr("Stopping…"));
+    m_script.stop();
+}
+
+void ConsoleWindow::showRunning()
+{
+    const bool running = m_script.isRunning();
+    m_runAction->setEnabled(!running);
+    m_stopAction->setEnabled(running);
+    m_line->setEnabled(!running);
+    setProperty(busyMark, running);
+    if (running)
+        statusBar()->showMessage(tr("Running…"));
+    else if (!m_runsEditor && focusWidget() == nullptr)
+        m_line->setFocus();
+}
+
+void ConsoleWindow::openWindow(const WindowCall& call)
+{
+    if (const auto refusal = refusalOf(call.function, call.arguments.size()))
+        return tellFailure(tr("Open window"), QString::fromStdString(*refusal));
+    const CallOutcome outcome = callByName(call.function, call.arguments);
+    if (outcome.result.status != Kelvaris::FUNC_OK)
+        return tellFailure(tr("Open window"), QString::fromStdString(outcome.failure));
+    for (const std::string& result : outcome.result.results)
+        m_outputFeed.add(QString::fromStdString(result));
+}
+
+bool ConsoleWindow::openFile(const QString& path)
+{
+    const FileOpening opening = openingOf(path);
+    if (opening.isScript)
+        return mayDropChanges() && openScript(path);
+    if (!opening.call) {
+        tellFailure(tr("Open file"), opening.failure);
+        return false;
+    }
+    m_memory.addRecentFile(path);
+    openWindow(*opening.call);
+    return true;
+}
+
+bool ConsoleWindow::openScript(const QString& path)
+{
+    QFile file{path};
+    if (!file.open(QIODevice::ReadOnly)) {
+        tellFailure(tr("Open script"), tr("Cannot read %1: %2").arg(path, file.errorString()));
+        return false;
+    }
+    m_editor->setPlainText(QString::fromUtf8(file.readAll()));
+    setFile(path);
+    return true;
 }
 
 void ConsoleWindow::newScript()
@@ -184,23 +236,11 @@ void ConsoleWindow::newScript()
 
 void ConsoleWindow::chooseAndOpen()
 {
-    if (!mayDropChanges())
-        return;
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open script"), m_path, scriptFilter());
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Open"), m_memory.directory(),
+        tr("Scripts and bundles (*.js *.kvbdl.zip *.kvexs *.kvexs.zip *.kvsbd.zip *.zip);;All files (*)"));
     if (!path.isEmpty())
         openFile(path);
-}
-
-bool ConsoleWindow::openFile(const QString& path)
-{
-    QFile file{path};
-    if (!file.open(QIODevice::ReadOnly)) {
-        QMessageBox::warning(this, tr("Open script"), tr("Cannot read %1: %2").arg(path, file.errorString()));
-        return false;
-    }
-    m_editor->setPlainText(QString::fromUtf8(file.readAll()));
-    setFile(path);
-    return true;
 }
 
 bool ConsoleWindow::save()
@@ -210,8 +250,12 @@ bool ConsoleWindow::save()
 
 bool ConsoleWindow::saveAs()
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save script"), m_path, scriptFilter());
-    return !path.isEmpty() && writeFile(path);
+    QFileDialog dialog{this, tr("Save script"), m_memory.directory(), scriptFilter()};
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("js"));
+    if (!m_path.isEmpty())
+        dialog.selectFile(m_path);
+    return dialog.exec() == QDialog::Accepted && writeFile(dialog.selectedFiles().front());
 }
 
 bool ConsoleWindow::writeFile(const QString& path)
@@ -219,7 +263,7 @@ bool ConsoleWindow::writeFile(const QString& path)
     QSaveFile file{path};
     const QByteArray bytes = m_editor->toPlainText().toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        QMessageBox::warning(this, tr("Save script"), tr("Cannot write %1: %2").arg(path, file.errorString()));
+        tellFailure(tr("Save script"), tr("Cannot write %1: %2").arg(path, file.errorString()));
         return false;
     }
     setFile(path);
@@ -230,8 +274,9 @@ bool ConsoleWindow::mayDropChanges()
 {
     if (!m_editor->document()->isModified())
         return true;
-    const auto answer = QMessageBox::question(this, tr("Unsaved script"), tr("Save the changes of the script?"),
-                                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    const auto answer =
+        QMessageBox::question(this, tr("Unsaved script"), tr("Save the changes of the script?"),
+                              QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Save)
         return save();
     return answer == QMessageBox::Discard;
@@ -241,13 +286,112 @@ void ConsoleWindow::setFile(const QString& path)
 {
     m_path = path;
     m_editor->document()->setModified(false);
-    const QString name = path.isEmpty() ? tr("new script") : path.section(QLatin1Char{'/'}, -1);
+    const QString name = path.isEmpty() ? tr("new script") : QFileInfo{path}.fileName();
     setWindowTitle(tr("%1[*] - Hollerwick").arg(name));
+    if (!path.isEmpty())
+        m_memory.addRecentFile(path);
+}
+
+void ConsoleWindow::showHelpAtCursor()
+{
+    if (const FunctionHelp* function = m_editor->completion().atCursor())
+        m_functions->show(function->name);
+    m_functions->findChild<QTextBrowser*>()->setFocus();
+}
+
+void ConsoleWindow::goToPane(int step)
+{
+    const QList<QWidget*> panes{m_editor,
+                                m_output,
+                                m_log,
+                                m_line,
+                                m_functions->findChild<QListWidget*>(),
+                                m_functions->findChild<QTextBrowser*>()};
+    const int count = panes.size();
+    const int here = panes.indexOf(focusWidget());
+    // the field for lines takes no focus while a script runs
+    for (int next = here + step, tried = 0; tried < count; next += step, ++tried) {
+        QWidget* pane = panes.at((next + count) % count);
+        if (pane->isEnabled())
+            return pane->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
+void ConsoleWindow::tellFailure(const QString& title, const QString& sentence)
+{
+    QMessageBox box{QMessageBox::Warning, title, sentence, QMessageBox::Ok, this};
+    // a sentence names files, and a file name may look like markup
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool ConsoleWindow::mayCloseWhileRunning()
+{
+    if (!m_stopping) {
+        m_closing = true;
+        stopScript();
+        return false;
+    }
+    // some steps of the script language, such as the match of a pattern, hear of nothing until they are done
+    QMessageBox box{QMessageBox::Question, tr("Script"), tr("The script does not stop. End the program at once?"),
+                    QMessageBox::Cancel, this};
+    const QAbstractButton* end = box.addButton(tr("&End the program"), QMessageBox::DestructiveRole);
+    box.exec();
+    if (box.clickedButton() == end)
+        std::_Exit(EXIT_FAILURE);
+    return false;
 }
 
 void ConsoleWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(!m_running && mayDropChanges());
+    event->setAccepted(m_script.isRunning() ? mayCloseWhileRunning() : mayDropChanges());
+    if (!event->isAccepted())
+        return;
+    m_memory.setState(QStringLiteral("geometry"), saveGeometry());
+    m_memory.setState(QStringLiteral("bars"), QMainWindow::saveState());
+    m_memory.setState(QStringLiteral("columns"), m_columns->saveState());
+    m_memory.setState(QStringLiteral("rows"), m_rows->saveState());
+    m_memory.setState(QStringLiteral("functions"), m_functions->saveState());
+}
+
+void ConsoleWindow::restoreState()
+{
+    restoreGeometry(m_memory.state(QStringLiteral("geometry")));
+    QMainWindow::restoreState(m_memory.state(QStringLiteral("bars")));
+    m_columns->restoreState(m_memory.state(QStringLiteral("columns")));
+    m_rows->restoreState(m_memory.state(QStringLiteral("rows")));
+    m_functions->restoreState(m_memory.state(QStringLiteral("functions")));
+}
+
+void ConsoleWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!localFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void ConsoleWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // a question may come up, and whoever dropped the file waits for this event to end
+    for (const QString& file : localFiles(*event->mimeData()))
+        QMetaObject::invokeMethod(
+            this, [this, file] { openFile(file); }, Qt::QueuedConnection);
+}
+
+bool ConsoleWindow::eventFilter(QObject*, QEvent* event)
+{
+    // the editor would take a file for text
+    const bool isDrag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+    if (!isDrag && event->type() != QEvent::Drop)
+        return false;
+    auto* drop = static_cast<QDropEvent*>(event);
+    if (localFiles(*drop->mimeData()).isEmpty())
+        return false;
+    if (isDrag)
+        drop->acceptProposedAction();
+    else
+        dropEvent(drop);
+    return true;
 }
 
 } // namespace HostShell

@@ -1,5 +1,6 @@
 #include "host/shell/host_application.h"
 
+#include "host/shell/colour_scheme.h"
 #include "host/shell/log_output.h"
 #include "host/shell/plugin_library.h"
 #include "host/shell/program_words.h"
@@ -67,6 +68,9 @@ bool displayIsNamed()
 
 std::unique_ptr<HostApplication> HostApplication::connect()
 {
+    // sharp on every screen, whatever its scale
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QtMessageHandler logHandler = qInstallMessageHandler(holdWarnings);
     std::unique_ptr<HostApplication> application{new HostApplication};
     qInstallMessageHandler(logHandler);
@@ -78,6 +82,7 @@ std::unique_ptr<HostApplication> HostApplication::connect()
 HostApplication::HostApplication() : QApplication{programWordCount, programWords}
 {
     setApplicationName(QStringLiteral("hollerwick-host"));
+    applyColourScheme(*this);
     loadTranslations();
 }
 

@@ -1,5 +1,6 @@
 #include "host/shell/command_line.h"
 #include "host/shell/commands.h"
+#include "host/shell/host_application.h"
 #include "host/shell/log_output.h"
 #include "kelvaris/system/application.h"
 
@@ -7,6 +8,8 @@
 
 #include <cstdio>
 #include <exception>
+
+#include <unistd.h>
 
 namespace {
 
@@ -21,9 +24,15 @@ int endEarly(const EarlyEnd& end)
     return end.status;
 }
 
+// Someone who starts the program from a desktop sees no usage on a terminal.
+bool isStartedFromDesktop(const std::vector<std::string>& words)
+{
+    return words.empty() && displayIsNamed() && isatty(STDIN_FILENO) == 0 && isatty(STDERR_FILENO) == 0;
+}
+
 int run(const std::vector<std::string>& words)
 {
-    const auto line = parseCommandLine(words);
+    const auto line = parseCommandLine(isStartedFromDesktop(words) ? std::vector<std::string>{"console"} : words);
     if (!line)
         return endEarly(line.error());
     startLog(line->logThreshold);

@@ -1,6 +1,5 @@
 #include "host/shell/script_runner.h"
 
-#include "host/shell/function_call.h"
 #include "host/shell/host_application.h"
 #include "host/shell/script_arguments.h"
 #include "host/shell/window_functions.h"
@@ -9,6 +8,7 @@
 #include <QtWidgets/QApplication>
 
 #include <optional>
+#include <utility>
 
 namespace HostShell {
 
@@ -37,18 +37,20 @@ QJSValue glue(QJSEngine& engine, const char* program)
 
 // Lines of a stack read "function@file:///path/script.js:12", innermost first. The glue's own lines mean nothing to a
 // script's author.
-QString placeInScript(const QJSValue& error, const QString& fileName)
+int lineInScript(const QJSValue& error)
 {
     const QStringList frames = error.property(QStringLiteral("stack")).toString().split(QLatin1Char{'\n'});
     for (const QString& frame : frames) {
         const QString line = frame.section(QLatin1Char{':'}, -1);
         if (!line.isEmpty() && !frame.contains(glueName + QLatin1Char{':'}))
-            return fileName + QLatin1Char{':'} + line;
+            return line.toInt();
     }
-    const QJSValue line = error.property(QStringLiteral("lineNumber"));
-    if (line.isNumber())
-        return fileName + QLatin1Char{':'} + QString::number(line.toInt());
-    return fileName;
+    return error.property(QStringLiteral("lineNumber")).toInt();
+}
+
+QString placeInScript(const QString& fileName, int line)
+{
+    return line > 0 ? fileName + QLatin1Char{':'} + QString::number(line) : fileName;
 }
 
 bool canOpenWindows()
@@ -86,7 +88,7 @@ QJSValueList runProgram(QJSEngine& engine, const QJSValue& program)
 
 } // namespace
 
-ScriptRunner::ScriptRunner(Print print) : m_print{std::move(print)} {}
+ScriptRunner::ScriptRunner(Print print, Call call) : m_print{std::move(print)}, m_call{std::move(call)} {}
 
 ScriptRunner::~ScriptRunner() = default;
 
@@ -94,16 +96,40 @@ ScriptEnd ScriptRunner::run(const QString& script, const QString& fileName, cons
 {
     QJSEngine engine;
     engine.installExtensions(QJSEngine::ConsoleExtension);
-    m_engine = &engine;
     m_ended = false;
     m_status = 0;
     defineGlobals(engine, arguments);
+    setEngine(&engine);
     // as the body of a function, on the line where it stands, so that lines are counted as its author does
     const QJSValue program =
         engine.evaluate(QStringLiteral("(function() { ") + script + QStringLiteral("\n})"), fileName);
-    const ScriptEnd end = program.isError() ? endOf({program}, fileName) : endOf(runProgram(engine, program), fileName);
-    m_engine = nullptr;
+    ScriptEnd end = program.isError() ? endOf({program}, fileName) : endOf(runProgram(engine, program), fileName);
+    setEngine(nullptr);
+    if (takeStop() && !end.exited)
+        end = {.stopped = true, .status = 1};
     return end;
+}
+
+void ScriptRunner::stop()
+{
+    const std::lock_guard lock{m_mutex};
+    m_stopped = true;
+    if (m_engine != nullptr)
+        m_engine->setInterrupted(true);
+}
+
+void ScriptRunner::setEngine(QJSEngine* engine)
+{
+    const std::lock_guard lock{m_mutex};
+    m_engine = engine;
+    if (m_stopped && engine != nullptr)
+        engine->setInterrupted(true);
+}
+
+bool ScriptRunner::takeStop()
+{
+    const std::lock_guard lock{m_mutex};
+    return std::exchange(m_stopped, false);
 }
 
 void ScriptRunner::defineGlobals(QJSEngine& engine, const std::vector<std::string>& arguments)
@@ -124,13 +150,15 @@ void ScriptRunner::defineGlobals(QJSEngine& engine, const std::vector<std::strin
 ScriptEnd ScriptRunner::endOf(const QJSValueList& uncaught, const QString& fileName) const
 {
     if (m_ended)
-        return {true, m_status, {}};
+        return {.exited = true, .status = m_status};
     if (uncaught.isEmpty())
         return {};
     const QJSValue& error = uncaught.front();
     if (!error.isError())
-        return {false, 1, fileName + QStringLiteral(": uncaught ") + error.toString()};
-    return {false, 1, placeInScript(error, fileName) + QStringLiteral(": ") + error.toString()};
+        return {.status = 1, .error = fileName + QStringLiteral(": uncaught ") + error.toString()};
+    const int line = lineInScript(error);
+    return {
+        .status = 1, .error = placeInScript(fileName, line) + QStringLiteral(": ") + error.toString(), .line = line};
 }
 
 QJSValue ScriptRunner::callFunction(const QString& name, const QJSValue& arguments)
@@ -143,7 +171,7 @@ QJSValue ScriptRunner::callFunction(const QString& name, const QJSValue& argumen
         return refuse(QJSValue::TypeError, function + ": " + values.error().text);
     if (const auto refusal = refusalInScript(function, values->size()))
         return refuse(QJSValue::GenericError, *refusal);
-    const CallOutcome outcome = callByName(function, *values);
+    const CallOutcome outcome = m_call(function, *values);
     if (outcome.result.status != Kelvaris::FUNC_OK)
         return refuse(QJSValue::GenericError, outcome.failure);
     return toArray(*m_engine, outcome.result.results);

@@ -63,6 +63,11 @@ bool isShownByTheScreen(const QWidget* window)
     return window->windowHandle() == nullptr || window->windowHandle()->isExposed();
 }
 
+bool isBusy(const QWidget* window)
+{
+    return window->property(busyMark).toBool();
+}
+
 // A shortcut presses a button, which does what it does only a moment later. (A button whose menu is open stays down.)
 bool isAboutToClick(const QWidget* window)
 {
@@ -128,6 +133,7 @@ bool WindowGrabber::isQuiet()
     const bool quiet = m_events == std::exchange(m_eventsBefore, m_events);
     const QWidgetList windows = openWindows();
     return quiet && std::all_of(windows.begin(), windows.end(), isShownByTheScreen) &&
+           std::none_of(windows.begin(), windows.end(), isBusy) &&
            std::none_of(windows.begin(), windows.end(), isAboutToClick);
 }
 

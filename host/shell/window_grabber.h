@@ -14,6 +14,9 @@ class QWidget;
 
 namespace HostShell {
 
+/// A property of a window that is true while the window works at something that a picture must show.
+inline constexpr const char* busyMark = "hollerwick_busy";
+
 /// Takes a picture of every window that opens, types keys into the active one, and closes them all.
 ///
 /// It works from inside the event loop, so that modal dialogs are served while the call that opened them waits. A step

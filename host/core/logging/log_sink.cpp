@@ -4,6 +4,7 @@
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include <memory>
+#include <mutex>
 #include <utility>
 
 namespace Kelvaris::System::Logging {
@@ -12,6 +13,7 @@ namespace {
 
 struct Destination
 {
+    std::mutex mutex;
     LogSink sink;
     LogLevel least = LogLevel::diagnostic;
 };
@@ -21,6 +23,12 @@ Destination& destination()
     // never destroyed: a library that is unloaded at the very end may still have something to say
     static Destination* const destination = new Destination;
     return *destination;
+}
+
+std::pair<LogSink, LogLevel> settings()
+{
+    const std::lock_guard lock{destination().mutex};
+    return {destination().sink, destination().least};
 }
 
 std::unique_ptr<spdlog::logger> makeStandardError()
@@ -44,11 +52,13 @@ void writeToStandardError(const LogLine& line)
 
 LogSink setLogSink(LogSink sink)
 {
+    const std::lock_guard lock{destination().mutex};
     return std::exchange(destination().sink, std::move(sink));
 }
 
 void setLogLevel(LogLevel level)
 {
+    const std::lock_guard lock{destination().mutex};
     destination().least = level;
 }
 
@@ -62,10 +72,11 @@ std::string toText(const LogLine& line)
 
 void deliver(const LogLine& line)
 {
-    if (line.level < destination().least)
-        return;
     // a copy, since a sink may set another one while it runs
-    if (const LogSink sink = destination().sink)
+    const auto [sink, least] = settings();
+    if (line.level < least)
+        return;
+    if (sink)
         return sink(line);
     writeToStandardError(line);
 }

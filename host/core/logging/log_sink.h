@@ -18,7 +18,8 @@ struct LogLine
 
 using LogSink = std::function<void(const LogLine&)>;
 
-/// Sends lines to `sink` from now on; the empty sink stands for standard error. What a sink throws is dropped.
+/// Sends lines to `sink` from now on; the empty sink stands for standard error. What a sink throws is dropped. A line
+/// reaches the sink on the thread that wrote it: a script may run on a thread of its own.
 /// @return  the sink before
 KELVARIS_CORE_API LogSink setLogSink(LogSink sink);
 

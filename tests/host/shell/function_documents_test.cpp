@@ -19,7 +19,7 @@ TEST(FunctionDocuments, HoldTheArgumentsOfTheHeading)
     ASSERT_NE(findFunctionDocument("_filename"), nullptr);
     EXPECT_EQ(findFunctionDocument("_filename")->arguments, "(path)");
     EXPECT_EQ(findFunctionDocument("_create_example")->arguments,
-              "(files, output[, title[, description[, manufacturer[, keywords]]]])");
+              "(files, output, title[, description[, manufacturer[, keywords]]])");
 }
 
 TEST(FunctionDocuments, BeginWithASentenceThatStandsAlone)

@@ -1,4 +1,5 @@
 #include "host/shell/host_application.h"
+#include "host/shell/log_output.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,8 @@ int main(int argc, char** argv)
     // CTest lists the tests of a program without the environment of its tests.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // what Qt says is part of the log, as in the program
+    HostShell::startLog(HostShell::LogThreshold::error);
     const auto application = HostShell::HostApplication::connect();
     return RUN_ALL_TESTS();
 }
