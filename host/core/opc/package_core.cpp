@@ -4,6 +4,8 @@
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
 
+#include <algorithm>
+
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 Result<std::optional<std::string>> PackageCore::text(Markup::CoreProperty property)
@@ -66,11 +68,27 @@ Result<PackageCore::State> PackageCore::read()
     auto relationships = m_relationships.recordsByType(Markup::packageSource, Markup::corePropertiesRelationshipType);
     if (!relationships)
         return relationships.error();
-    if (relationships->empty())
-        return State{};
     if (relationships->size() > 1)
         return Errors::makeError(OpcError::severalCoreProperties, m_parts.displayName(), "M4.1");
+    if (auto checked = checkSinglePart(); !checked)
+        return checked.error();
+    if (relationships->empty())
+        return State{};
     return readFrom(*relationships->front());
+}
+
+/// Readers that look for the media type instead of the relationship must find the same part.
+Result<> PackageCore::checkSinglePart() const
+{
+    auto parts = m_parts.all();
+    if (!parts)
+        return parts.error();
+    const auto count = std::ranges::count_if(**parts, [](const PartPtr& part) {
+        return Markup::isSameMediaType(part->mediaType, Markup::corePropertiesMediaType);
+    });
+    if (count <= 1)
+        return {};
+    return Errors::makeError(OpcError::severalCoreProperties, m_parts.displayName(), "M4.1");
 }
 
 Result<PackageCore::State> PackageCore::readFrom(const RelationshipRecord& relationship)

@@ -47,6 +47,7 @@ private:
     };
 
     Result<State> read();
+    Result<> checkSinglePart() const;
     Result<State> readFrom(const RelationshipRecord& relationship);
     Result<State> readPart(const PartPtr& part);
     Result<> createPart();

@@ -1,6 +1,7 @@
 #include "host/core/opc/package_parts.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/opc/limits.h"
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/text/text_view.h"
@@ -9,9 +10,6 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 namespace {
 
-/// A ZIP file holds names of 65,535 bytes; that of the part's relationships is longer than its own, and extra fields
-/// stand beside it.
-constexpr std::size_t longestName = 65'000;
 constexpr std::size_t shownOfLongName = 80;
 
 /// @param part     one whose name is of that form
@@ -89,7 +87,7 @@ Result<> PackageParts::reserveName(std::string_view name)
 {
     if (const std::string fault = Markup::partNameFault(name); !fault.empty())
         return Errors::makeError(OpcError::invalidPartName, Text::displayed(name), fault);
-    if (name.size() > longestName)
+    if (name.size() > Limits::partNameBytes)
         return Errors::makeError(OpcError::invalidPartName, Text::displayed(name.substr(0, shownOfLongName)) + "...",
                                  "it is too long for a ZIP file (M3.8)");
     if (m_table->otherItems.contains(Markup::partNameKey(name)))
@@ -106,6 +104,15 @@ void PackageParts::remove(const PartPtr& part)
     std::erase(m_table->parts, part);
     m_items.remove(part->item);
     part->isRemoved = true;
+}
+
+Result<std::vector<std::string>> PackageParts::typedNamesWithoutPart()
+{
+    if (auto loaded = load(); !loaded)
+        return loaded.error();
+    std::vector<std::string> names = m_table->types.overriddenNames();
+    std::erase_if(names, [this](const std::string& name) { return m_table->byKey.contains(name); });
+    return names;
 }
 
 Result<std::vector<std::byte>> PackageParts::read(const PartRecord& part) const

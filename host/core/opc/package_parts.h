@@ -45,6 +45,9 @@ public:
 
     void remove(const PartPtr& part);
 
+    /// The names to which the content types give a type, and which no part has; folded.
+    Result<std::vector<std::string>> typedNamesWithoutPart();
+
     Result<std::vector<std::byte>> read(const PartRecord& part) const;
     Result<> stream(const PartRecord& part, const Disk::ByteSink& sink) const;
     Result<Zip::ByteSourcePtr> openNested(const PartRecord& part) const;

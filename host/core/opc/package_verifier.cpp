@@ -6,24 +6,20 @@
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
-namespace {
-
-constexpr std::string_view signatureOriginRelationship =
-    "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/origin";
-
-} // namespace
-
 Result<std::vector<std::string>> PackageVerifier::verify()
 {
     auto verified = m_package.core().load();
     if (verified)
         verified = verifyRelationships();
     if (verified)
-        verified = verifySignatureOrigin();
+        verified = m_signatures.verifyParts();
     if (verified)
         verified = verifyEntries();
+    if (verified)
+        verified = noteTypedNamesWithoutPart();
     if (!verified)
         return verified.error();
+    noteStrayBytes();
     const std::vector<std::string>& entries = m_package.parts().diagnostics();
     m_diagnostics.insert(m_diagnostics.begin(), entries.begin(), entries.end());
     return std::move(m_diagnostics);
@@ -72,6 +68,8 @@ Result<> PackageVerifier::verifyRelationship(const RelationshipRecord& relations
         Text::narrow(relationship.type) == Markup::corePropertiesRelationshipType)
         return Errors::makeError(OpcError::severalCoreProperties, relationship.subject(),
                                  "only the package leads to its core properties (M4.1)");
+    if (auto verified = m_signatures.verifyRelationship(relationship); !verified)
+        return verified;
     if (relationship.mode == OpcTargetMode::external)
         return {};
     const Markup::ResolvedTarget target = relationship.resolved();
@@ -83,16 +81,26 @@ Result<> PackageVerifier::verifyRelationship(const RelationshipRecord& relations
     return {};
 }
 
-/// A second origin would let one reader check signatures that another never sees.
-Result<> PackageVerifier::verifySignatureOrigin()
+Result<> PackageVerifier::noteTypedNamesWithoutPart()
 {
-    auto origins = m_package.relationships().recordsByType(Markup::packageSource, signatureOriginRelationship);
-    if (!origins)
-        return origins.error();
-    if (origins->size() > 1)
-        return Errors::makeError(OpcError::invalidRelationships, origins->back()->subject(),
-                                 "a package has one origin of digital signatures (M6.1)");
+    auto names = m_package.parts().typedNamesWithoutPart();
+    if (!names)
+        return names.error();
+    for (const std::string& name : *names)
+        m_diagnostics.push_back("the content types name " + name + ", which is no part of the package");
     return {};
+}
+
+/// A save does not bring them along.
+void PackageVerifier::noteStrayBytes()
+{
+    const Zip::Archive* const archive = m_package.parts().items().archive();
+    if (archive == nullptr)
+        return;
+    if (archive->bytesBefore() != 0)
+        m_diagnostics.push_back(std::to_string(archive->bytesBefore()) + " bytes stand before the first entry");
+    if (archive->bytesBehind() != 0)
+        m_diagnostics.push_back(std::to_string(archive->bytesBehind()) + " bytes stand behind the archive");
 }
 
 Result<> PackageVerifier::verifyEntries()

@@ -2,6 +2,7 @@
 
 #include "host/core/opc/package_data.h"
 #include "host/core/opc/result.h"
+#include "host/core/opc/signature_rules.h"
 
 #include <string>
 #include <string_view>
@@ -14,7 +15,7 @@ class PackageVerifier
 {
 public:
     /// @param package  outlives this object
-    explicit PackageVerifier(PackageData& package) noexcept : m_package{package} {}
+    explicit PackageVerifier(PackageData& package) noexcept : m_package{package}, m_signatures{package} {}
 
     /// Walks content types, core properties, the relationships of every source, and the bytes of every entry.
     /// @return  a sentence for each thing that is left alone or put up with, or the first rule that is broken
@@ -24,10 +25,12 @@ private:
     Result<> verifyRelationships();
     Result<> verifyRelationshipsOf(const std::string& source);
     Result<> verifyRelationship(const RelationshipRecord& relationship);
-    Result<> verifySignatureOrigin();
     Result<> verifyEntries();
+    Result<> noteTypedNamesWithoutPart();
+    void noteStrayBytes();
 
     PackageData& m_package;
+    SignatureRules m_signatures;
     std::vector<std::string> m_diagnostics;
 };
 

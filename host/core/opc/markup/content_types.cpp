@@ -8,6 +8,7 @@
 #include "host/core/opc/markup/rule_error.h"
 #include "host/core/text/text_view.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -72,7 +73,7 @@ Expected<void, ErrorCode2> ContentTypes::set(std::string_view partName, std::str
     const auto byExtension = m_defaults.find(partNameKey(extension));
     if (byExtension != m_defaults.end() && isSameMediaType(byExtension->second.type, type))
         return {};
-    if (byExtension == m_defaults.end() && use == ExtensionUse::free && !extension.empty())
+    if (byExtension == m_defaults.end() && use == ExtensionUse::free && isDefaultExtension(extension))
         addNew(m_defaults, extension, type);
     else
         addNew(m_overrides, partName, type);
@@ -91,6 +92,16 @@ void ContentTypes::remove(std::string_view partName)
         m_erased.push_back(entry.range);
     m_overrides.erase(found);
     m_isChanged = true;
+}
+
+std::vector<std::string> ContentTypes::overriddenNames() const
+{
+    std::vector<std::string> names;
+    names.reserve(m_overrides.size());
+    for (const auto& [name, entry] : m_overrides)
+        names.push_back(name);
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 bool ContentTypes::enterRead(Entries& entries, std::string_view name, const XmlElement& element)

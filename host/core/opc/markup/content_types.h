@@ -48,6 +48,9 @@ public:
     /// Forgets the Override of a part; Defaults stay. Does nothing when there is none.
     void remove(std::string_view partName);
 
+    /// The names that have an Override, folded and in their order.
+    std::vector<std::string> overriddenNames() const;
+
     bool isChanged() const noexcept { return m_isChanged; }
 
     /// The document as UTF-8. What was read and not changed stands as it stood, byte for byte.

@@ -4,7 +4,6 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/markup/rule_error.h"
-#include "host/core/opc/markup/uri_characters.h"
 #include "host/core/opc/markup/xml_characters.h"
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -27,18 +26,6 @@ SchemaFault compatibilityFault(const XmlElement& element)
             return typesFault(rule, "the attribute " + quoted(attribute.name) + " of markup compatibility");
     }
     return {};
-}
-
-/// The standard's pattern for extensions: a segment's characters without the dot.
-bool isExtension(std::string_view text) noexcept
-{
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && percentDecoded(text.substr(i)) >= 0)
-            i += 2;
-        else if (!isSegmentCharacter(text[i]) || text[i] == '.')
-            return false;
-    }
-    return !text.empty();
 }
 
 SchemaFault typeFault(const XmlElement& element, std::string_view rule)
@@ -92,7 +79,7 @@ SchemaFault ContentTypesReader::readDefault(const XmlElement& element)
     const XmlAttribute* const extension = element.attribute({}, "Extension");
     if (extension == nullptr)
         return typesFault("M2.6", "a Default without 'Extension'");
-    if (!isExtension(extension->value))
+    if (!isDefaultExtension(extension->value))
         return typesFault("M2.6", quoted(extension->value) + " is no extension");
     if (auto fault = typeFault(element, "M2.6"); !fault.isNone())
         return fault;

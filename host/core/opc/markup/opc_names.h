@@ -19,6 +19,20 @@ inline constexpr std::string_view corePropertiesMediaType =
 inline constexpr std::string_view corePropertiesRelationshipType =
     "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties";
 
+/// Parts and relationships of digital signatures.
+inline constexpr std::string_view signatureOriginMediaType =
+    "application/vnd.openxmlformats-package.digital-signature-origin";
+inline constexpr std::string_view signatureMediaType =
+    "application/vnd.openxmlformats-package.digital-signature-xmlsignature+xml";
+inline constexpr std::string_view certificateMediaType =
+    "application/vnd.openxmlformats-package.digital-signature-certificate";
+inline constexpr std::string_view signatureOriginRelationshipType =
+    "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/origin";
+inline constexpr std::string_view signatureRelationshipType =
+    "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/signature";
+inline constexpr std::string_view certificateRelationshipType =
+    "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/certificate";
+
 inline constexpr std::string_view contentTypesNamespace =
     "http://schemas.openxmlformats.org/package/2006/content-types";
 inline constexpr std::string_view relationshipsNamespace =

@@ -169,6 +169,17 @@ std::string_view extensionOf(std::string_view partName) noexcept
     return partName.substr(last + 1);
 }
 
+bool isDefaultExtension(std::string_view text) noexcept
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '%' && percentDecoded(text.substr(i)) >= 0)
+            i += 2;
+        else if (!isSegmentCharacter(text[i]) || text[i] == '.' || text[i] == ';')
+            return false;
+    }
+    return !text.empty();
+}
+
 bool isRelationshipsPartName(std::string_view partName) noexcept
 {
     if (partName.empty() || partName.front() != '/')

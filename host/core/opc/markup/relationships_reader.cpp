@@ -1,5 +1,6 @@
 #include "host/core/opc/markup/relationships_reader.h"
 
+#include "host/core/opc/limits.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/markup/rule_error.h"
 #include "host/core/opc/markup/target_reference.h"
@@ -11,9 +12,6 @@
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
-
-// A hostile part would fill the log; nobody reads more.
-constexpr std::size_t maximumDiagnostics = 100;
 
 SchemaFault relationshipsFault(std::string_view rule, std::string what)
 {
@@ -129,9 +127,9 @@ SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
 void RelationshipsReader::note(const Relationship& relationship, const std::string& diagnostic)
 {
     auto& diagnostics = m_relationships.m_diagnostics;
-    if (diagnostic.empty() || diagnostics.size() > maximumDiagnostics)
+    if (diagnostic.empty() || diagnostics.size() > Limits::diagnostics)
         return;
-    if (diagnostics.size() == maximumDiagnostics)
+    if (diagnostics.size() == Limits::diagnostics)
         diagnostics.emplace_back("There are more relationships of that sort.");
     else
         diagnostics.push_back("The relationship " + quoted(relationship.id) + ": " + diagnostic + ".");

@@ -11,10 +11,6 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
 
-// Elements, attributes and stretches of text in all, so that a hostile document does not fill the memory. The content
-// types of four million parts have as many.
-constexpr std::size_t maximumPieces = 16'000'000;
-
 constexpr std::array<bool, 256> bytesOf(std::string_view wanted)
 {
     std::array<bool, 256> table{};
@@ -70,8 +66,8 @@ bool XmlBuilder::readAll()
     while (!isAtEnd()) {
         if (!(*m_at == '<' ? readMarkup() : readText()))
             return false;
-        if (m_data.nodes.size() + m_data.attributes.size() + m_data.texts.size() > maximumPieces)
-            return failLimit("more than " + std::to_string(maximumPieces) + " elements, attributes and texts");
+        if (m_data.nodes.size() + m_data.attributes.size() + m_data.texts.size() > Limits::xmlPieces)
+            return failLimit("more than " + std::to_string(Limits::xmlPieces) + " elements, attributes and texts");
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "host/core/opc/markup/xml_builder.h"
 
+#include "host/core/opc/limits.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/rule_error.h"
 
@@ -8,10 +9,6 @@
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
-
-// What one place must be compared with, so that a hostile document does not take long.
-constexpr std::uint32_t maximumAttributes = 256;
-constexpr std::uint32_t maximumDeclarations = 128;
 
 constexpr std::string_view declarationsNamespace = "http://www.w3.org/2000/xmlns/";
 
@@ -71,8 +68,8 @@ bool XmlBuilder::addAttribute(std::string_view writtenName, std::size_t prefixLe
         return addDeclaration({}, value);
     if (prefix == "xmlns")
         return addDeclaration(name, value);
-    if (++openNode().attributeCount > maximumAttributes)
-        return failLimit("more than " + std::to_string(maximumAttributes) + " attributes on one element");
+    if (++openNode().attributeCount > Limits::xmlAttributes)
+        return failLimit("more than " + std::to_string(Limits::xmlAttributes) + " attributes on one element");
     m_data.attributes.push_back({{}, prefix, name, value});
     return true;
 }
@@ -80,8 +77,8 @@ bool XmlBuilder::addAttribute(std::string_view writtenName, std::size_t prefixLe
 bool XmlBuilder::addDeclaration(std::string_view prefix, std::string_view uri)
 {
     Node& node = openNode();
-    if (++node.declarationsInForce > maximumDeclarations)
-        return failLimit("more than " + std::to_string(maximumDeclarations) + " namespaces at one place");
+    if (++node.declarationsInForce > Limits::xmlNamespaces)
+        return failLimit("more than " + std::to_string(Limits::xmlNamespaces) + " namespaces at one place");
     if (prefix == "xmlns" || uri == declarationsNamespace || (prefix == "xml") != (uri == xmlNamespace))
         return fail("a namespace declaration of 'xml' or 'xmlns' that is not allowed");
     if (!prefix.empty() && uri.empty())

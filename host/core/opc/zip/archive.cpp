@@ -63,6 +63,7 @@ Expected<void, ErrorCode2> Archive::readDirectory()
     if (!place)
         return place.error();
     m_comment = place->comment;
+    m_bytesBehind = place->behind;
     m_directory.resize(place->directorySize);
     if (auto done = tail.readAt(place->directoryOffset, m_directory); !done)
         return done;
@@ -71,6 +72,12 @@ Expected<void, ErrorCode2> Archive::readDirectory()
         return entries.error();
     m_entries = *std::move(entries);
     return {};
+}
+
+std::uint64_t Archive::bytesBefore() const noexcept
+{
+    const auto first = std::ranges::min_element(m_entries, {}, &Entry::headerOffset);
+    return first == m_entries.end() ? 0 : first->headerOffset;
 }
 
 std::string Archive::describe(std::size_t index) const

@@ -48,6 +48,10 @@ public:
     /// Behind the end record; bytes, of no known encoding.
     std::string_view comment() const noexcept { return m_comment; }
 
+    /// Bytes of the file before the first entry and behind the archive, which belong to nothing.
+    std::uint64_t bytesBefore() const noexcept;
+    std::uint64_t bytesBehind() const noexcept { return m_bytesBehind; }
+
     const std::string& displayName() const noexcept { return m_source->displayName(); }
 
     /// Compares the entry's local header and data descriptor with the directory; once for each entry.
@@ -91,6 +95,7 @@ private:
     std::vector<std::byte> m_directory;
     std::vector<Entry> m_entries;
     std::string m_comment;
+    std::uint64_t m_bytesBehind = 0;
     mutable std::vector<Local> m_locals; ///< empty until the first entry is used
 };
 

@@ -202,6 +202,7 @@ Expected<EndRecord, ErrorCode2> EndRecordReader::place() const
                      .directorySize = claims.directorySize,
                      .entries = claims.entries,
                      .prefix = m_directoryEnd - claims.directorySize - claims.directoryOffset,
+                     .behind = m_tail.source().size() - m_end,
                      .comment = m_comment};
     if (m_zip64Prefix && *m_zip64Prefix != result.prefix)
         return failure(OpcError::damagedArchive,

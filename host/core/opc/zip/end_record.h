@@ -18,6 +18,7 @@ struct EndRecord
     std::uint64_t directorySize = 0;
     std::uint64_t entries = 0;
     std::uint64_t prefix = 0; ///< bytes before the archive, which its offsets do not count
+    std::uint64_t behind = 0; ///< bytes behind the archive
     std::string comment;
 };
 

@@ -1,7 +1,6 @@
 #include "host/core/opc/package_access.h"
-#include "host/core/opc/package_verifier.h"
 #include "kelvaris/system/io/opc_packaging/opc_package.h"
-#include "tests/host/core/opc/package_file.h"
+#include "tests/host/core/opc/package_verdicts.h"
 #include "tests/host/core/opc/package_walks.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +15,6 @@ using namespace Kelvaris::System::IO;
 using namespace Kelvaris::System::IO::OpcPackaging;
 using OpcPackaging::detail::PackageData;
 using OpcPackaging::detail::PackagePtr;
-using OpcPackaging::detail::PackageVerifier;
-using OpcPackaging::detail::Result;
 
 namespace {
 
@@ -74,37 +71,6 @@ protected:
     TemporaryFolder m_folder;
 };
 
-std::vector<std::byte> bytesOfFile(const std::filesystem::path& path)
-{
-    const std::string text = readFile(path);
-    const auto bytes = std::as_bytes(std::span{text});
-    return {bytes.begin(), bytes.end()};
-}
-
-/// What opening and walking all of it comes to: a code, or nothing.
-std::optional<ErrorCode2> verdict(const Result<PackagePtr>& package)
-{
-    if (!package)
-        return package.error();
-    const auto verified = PackageVerifier{**package}.verify();
-    if (!verified)
-        return verified.error();
-    return std::nullopt;
-}
-
-std::string textOf(const std::optional<ErrorCode2>& error)
-{
-    return error ? toStdString(error->message()) : "opens";
-}
-
-std::optional<ErrorCode2> verdictOfNested(const std::filesystem::path& path, const TemporaryFolder& folder)
-{
-    PackageFile outer;
-    outer.addContentTypes().add("nested.txt", readFile(path)).write(folder / "outer.zip");
-    const PackagePtr package = PackageData::openFile(toFilePath2(folder / "outer.zip")).value();
-    return verdict(package->openNested(*package->findPart("/nested.txt").value()));
-}
-
 std::string describeCoreProperties(PackageData& package)
 {
     package.core().load().value();
@@ -116,25 +82,12 @@ std::string describeCoreProperties(PackageData& package)
     return package.core().partName() + " (" + std::to_string(count) + ')';
 }
 
-/// The entries' records without the place of their local headers, which alone may change.
-std::vector<std::string> recordsOf(const std::filesystem::path& path)
-{
-    const auto archive = Zip::Archive::open(Zip::openFileSource(toFilePath2(path)).value()).value();
-    std::vector<std::string> records;
-    for (const Zip::Entry& entry : archive->entries()) {
-        constexpr std::size_t offsetAt = 42;
-        std::string record{reinterpret_cast<const char*>(entry.record.data()), entry.record.size()};
-        records.push_back(record.replace(offsetAt, 4, "...."));
-    }
-    return records;
-}
-
 } // namespace
 
 TEST_F(ForeignPackages, HaveTheVerdictsOfTheirIndex)
 {
     for (const Foreign& foreign : m_index) {
-        const auto found = verdict(PackageData::openFile(toFilePath2(foreign.path)));
+        const PackageVerdict found = verdictOnFile(foreign.path);
         EXPECT_EQ(found.has_value(), foreign.isRefused) << foreign.path << ": " << textOf(found);
     }
 }
@@ -142,10 +95,9 @@ TEST_F(ForeignPackages, HaveTheVerdictsOfTheirIndex)
 TEST_F(ForeignPackages, HaveOneVerdictFromFileMemoryAndNestedPart)
 {
     for (const Foreign& foreign : m_index) {
-        const auto fromFile = verdict(PackageData::openFile(toFilePath2(foreign.path)));
-        const auto fromMemory =
-            verdict(PackageData::openSource(Zip::memorySource(bytesOfFile(foreign.path), "memory"), 0));
-        const auto nested = verdictOfNested(foreign.path, m_folder);
+        const PackageVerdict fromFile = verdictOnFile(foreign.path);
+        const PackageVerdict fromMemory = verdictInMemory(foreign.path);
+        const PackageVerdict nested = verdictOnNested(foreign.path, m_folder);
         EXPECT_EQ(fromFile, fromMemory) << foreign.path << ": " << textOf(fromFile) << " / " << textOf(fromMemory);
         EXPECT_EQ(fromFile, nested) << foreign.path << ": " << textOf(fromFile) << " / " << textOf(nested);
     }
@@ -171,10 +123,9 @@ TEST_F(ForeignPackages, KeepEveryEntryWhenTheyAreSavedUnchanged)
         if (foreign.isRefused)
             continue;
         const PackagePtr package = PackageData::openFile(toFilePath2(foreign.path)).value();
-        ASSERT_FALSE(verdict(package)) << foreign.path;
+        ASSERT_FALSE(verdictOn(package)) << foreign.path;
         ASSERT_TRUE(package->write(toFilePath2(saved))) << foreign.path;
-        EXPECT_EQ(recordsOf(saved), recordsOf(foreign.path)) << foreign.path;
-        EXPECT_EQ(readEntries(saved), readEntries(foreign.path)) << foreign.path;
+        expectSameEntries(saved, foreign.path);
     }
 }
 
@@ -187,7 +138,7 @@ TEST_F(ForeignPackages, KeepEveryOtherEntryWhenATitleIsSet)
         const PackagePtr package = PackageData::openFile(toFilePath2(foreign.path)).value();
         ASSERT_TRUE(package->properties().setTitle(u8"a new title")) << foreign.path;
         ASSERT_TRUE(package->write(toFilePath2(saved))) << foreign.path;
-        EXPECT_FALSE(verdict(PackageData::openFile(toFilePath2(saved)))) << foreign.path;
+        EXPECT_FALSE(verdictOnFile(saved)) << foreign.path;
         EXPECT_EQ(PackageData::openFile(toFilePath2(saved)).value()->properties().title().value(),
                   String2{u8"a new title"});
         const std::string core = package->core().partName();

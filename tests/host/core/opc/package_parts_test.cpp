@@ -159,6 +159,22 @@ TEST(PackageParts, APartThatWasRemovedIsNotFoundAndItsNameIsFree)
     EXPECT_TRUE(package->parts().create("/a.txt", "text/plain", byExtension));
 }
 
+TEST(PackageParts, ThirtyThousandPiecesAreOnePart)
+{
+    constexpr int count = 30'000;
+    PackageFile file;
+    file.addContentTypes().add("a.txt/[" + std::to_string(count) + "].last.piece", "!");
+    for (int number = count; number-- > 0;)
+        file.add("a.txt/[" + std::to_string(number) + "].piece", std::string(1, static_cast<char>('a' + number % 26)));
+    const PackagePtr package = openPackage(file);
+    ASSERT_EQ(package->parts().all().value()->size(), 1U);
+    const auto bytes = package->parts().read(*package->parts().find("/a.txt").value()).value();
+    ASSERT_EQ(bytes.size(), static_cast<std::size_t>(count) + 1);
+    EXPECT_EQ(static_cast<char>(bytes.front()), 'a');
+    EXPECT_EQ(static_cast<char>(bytes[27]), 'b');
+    EXPECT_EQ(static_cast<char>(bytes.back()), '!');
+}
+
 TEST(PackageParts, SeventyThousandPartsAreWrittenAndReadBack)
 {
     constexpr int count = 70'000;

@@ -56,6 +56,25 @@ TEST(PackageVerifier, TellsWhatIsLeftAlone)
                                                   HasSubstr("/gone.txt, which is no part")));
 }
 
+TEST(PackageVerifier, TellsOfContentTypesWithoutPart)
+{
+    PackageFile file;
+    file.addContentTypes("<Override PartName='/Gone.txt' ContentType='text/plain'/>").addRelationships("");
+    EXPECT_THAT(verify(file).value(), ElementsAre(HasSubstr("/gone.txt, which is no part")));
+}
+
+TEST(PackageVerifier, TellsOfBytesThatBelongToNothing)
+{
+    const TemporaryFolder folder;
+    PackageFile file;
+    file.addContentTypes().addRelationships("").write(folder / "p.zip");
+    const std::string bytes = readFile(folder / "p.zip");
+    EXPECT_THAT(verify(folder.write("behind.zip", bytes + "ab")).value(),
+                ElementsAre(HasSubstr("2 bytes stand behind")));
+    EXPECT_THAT(verify(folder.write("before.zip", "MZ!" + bytes)).value(),
+                ElementsAre(HasSubstr("3 bytes stand before")));
+}
+
 TEST(PackageVerifier, TellsOfAPackageWithoutRelationships)
 {
     PackageFile file;
@@ -92,6 +111,27 @@ TEST(PackageVerifier, RefusesASecondOriginOfSignatures)
     PackageFile file;
     EXPECT_EQ(verify(file.addContentTypes().addRelationships(origins).add("a.txt", "").add("b.txt", "")).error(),
               code(OpcError::invalidRelationships));
+}
+
+TEST(PackageVerifier, TakesASignedPackageAndRefusesADocumentTypeInItsSignature)
+{
+    const auto signedWith = [](std::string_view signature) {
+        constexpr const char* type = "http://schemas.openxmlformats.org/package/2006/relationships/digital-signature/";
+        const std::string origin = std::string{"<Relationship Id='a' Target='/o.txt' Type='"} + type + "origin'/>";
+        const std::string one = std::string{"<Relationship Id='a' Target='/s.xml' Type='"} + type + "signature'/>";
+        PackageFile file;
+        file.addContentTypes("<Override PartName='/o.txt' "
+                             "ContentType='application/vnd.openxmlformats-package.digital-signature-origin'/>"
+                             "<Override PartName='/s.xml' ContentType='application/"
+                             "vnd.openxmlformats-package.digital-signature-xmlsignature+xml'/>")
+            .addRelationships(origin)
+            .add("o.txt", "")
+            .add("_rels/o.txt.rels", relationships(one))
+            .add("s.xml", signature);
+        return verify(file);
+    };
+    EXPECT_THAT(signedWith("<Signature/>").value(), IsEmpty());
+    EXPECT_EQ(signedWith("<!DOCTYPE a><Signature/>").error(), code(OpcError::documentTypeDeclared));
 }
 
 TEST(PackageVerifier, RefusesAWrongChecksumOfAnyEntry)

@@ -222,6 +222,23 @@ TEST(ContentTypes, AddAnOverrideWhenTheExtensionIsTakenAnotherOrMissing)
     EXPECT_EQ(typeOf(types, "/other.bin"), "none");
 }
 
+// the schema's pattern for extensions leaves the semicolon out, which names may hold
+TEST(ContentTypes, AddAnOverrideForAnExtensionThatNoDefaultCanName)
+{
+    auto types = read(typesWith(xmlDefault));
+    set(types, "/a.b;c", "a/d", Use::free);
+    EXPECT_EQ(types.serialised(), typesWith(xmlDefault + "<Override PartName=\"/a.b;c\" ContentType=\"a/d\"/>"));
+    EXPECT_THAT(verdictOf(typesWith("<Default Extension=\"b;c\" ContentType=\"a/d\"/>")),
+                IsRefused(OpcError::invalidContentTypes, "M2.6"));
+}
+
+TEST(ContentTypes, ListTheNamesThatHaveAnOverride)
+{
+    auto types = read(typesWith(xmlDefault + "<Override PartName=\"/B.xml\" ContentType=\"a/b\"/>"));
+    set(types, "/a", "a/b");
+    EXPECT_THAT(types.overriddenNames(), testing::ElementsAre("/a", "/b.xml"));
+}
+
 TEST(ContentTypes, ReplaceATypeThatStaysBehindFromAPartThatWasNotThere)
 {
     auto types = read(typesWith(xmlDefault + "<Override PartName=\"/A.xml\" ContentType=\"a/old\"/>"));
