@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the corpus of broken and unusual packages into the directory "broken" beside this script.
+"""Writes the corpus of broken and unusual packages into the directory "broken" beside this script; --check only compares.
 
 One small file for each defect, named after it, and INDEX.tsv, which tells what must happen:
 
@@ -7,6 +7,7 @@ One small file for each defect, named after it, and INDEX.tsv, which tells what 
     verdict   "ok", "warn" (opened; told in a diagnostic) or the opc codes, one of which refuses it
     parts     parts that a walk gives; "-" when it is refused
     unpack    files that unpacking writes, all inside the directory; or the codes, each behind a "!", one of which refuses it
+    kinds     bundles: each kind as which it opens, or is refused with the code behind the "!", "b" for codes of bundles
     what      the defect, and the rule where there is one
 
 The same run gives the same bytes. A finding of the fuzzer becomes a case here.
@@ -16,65 +17,11 @@ import pathlib
 import struct
 import sys
 
+import broken_bundles
+import conformance_cases
+from package_builder import (A, CASES, CORE, CT, NS_MC, REL_CORE, RELS, TYPE_CORE, TYPE_RELS, base, case, core, named, rel, rels,
+                             types, with_core)
 from zip_builder import Entry, archive, extra
-
-NS_CT = "http://schemas.openxmlformats.org/package/2006/content-types"
-NS_REL = "http://schemas.openxmlformats.org/package/2006/relationships"
-NS_CP = "http://schemas.openxmlformats.org/package/2006/metadata/core-properties"
-NS_MC = "http://schemas.openxmlformats.org/markup-compatibility/2006"
-REL_CORE = NS_REL + "/metadata/core-properties"
-REL_CONTENT = "http://schemas.kelvaris.example/package/2025/relationships/content-bundle/content"
-TYPE_CORE = "application/vnd.openxmlformats-package.core-properties+xml"
-TYPE_RELS = "application/vnd.openxmlformats-package.relationships+xml"
-HEAD = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
-CT, RELS, CORE, A = "[Content_Types].xml", "_rels/.rels", "docProps/core.xml", "content/a.txt"
-
-CASES = []
-
-
-def case(name, verdict, what, data, parts="-", unpack="-"):
-    """`unpack` is a number of files, or codes in words; "=1" among them is a number that will do as well."""
-    if isinstance(unpack, str) and unpack != "-":
-        unpack = " ".join(word[1:] if word[0] == "=" else "!" + word for word in unpack.split())
-    CASES.append((name, verdict, parts, unpack, what, data))
-
-
-def types(*overrides, defaults=(("rels", TYPE_RELS), ("txt", "text/plain")), inner="", attributes="", ns=NS_CT, root="Types"):
-    text = "".join(f'<Default Extension="{e}" ContentType="{t}"/>' for e, t in defaults)
-    text += "".join(f'<Override PartName="{p}" ContentType="{t}"/>' for p, t in overrides)
-    return HEAD + f'<{root} xmlns="{ns}"{attributes}>{text}{inner}</{root}>'
-
-
-def rel(target, id="rId1", type=REL_CONTENT, more=""):
-    return f'<Relationship Id="{id}" Type="{type}" Target="{target}"{more}/>'
-
-
-def rels(*relationships, attributes="", ns=NS_REL, root="Relationships", head=HEAD):
-    return head + f'<{root} xmlns="{ns}"{attributes}>' + "".join(relationships) + f"</{root}>"
-
-
-def core(inner="<dc:title>t</dc:title>", attributes=""):
-    return HEAD + (f'<cp:coreProperties xmlns:cp="{NS_CP}" xmlns:dc="http://purl.org/dc/elements/1.1/" '
-                   f'xmlns:dcterms="http://purl.org/dc/terms/" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"{attributes}>'
-                   f"{inner}</cp:coreProperties>")
-
-
-def base(ct=None, rl=None, a=Entry(A, "hello " * 20), more=(), first=()):
-    """A content package of one part, with what the case changes."""
-    return [*first, Entry(CT, types() if ct is None else ct), Entry(RELS, rels(rel("/content/a.txt")) if rl is None else rl),
-            *([a] if a else []), *more]
-
-
-def with_core(text, more=(), extra_rels=(), overrides=None):
-    return archive(base(types(*(overrides or [("/docProps/core.xml", TYPE_CORE)])),
-                        rels(rel("/content/a.txt"), rel("docProps/core.xml", "rId2", REL_CORE), *extra_rels),
-                        more=[Entry(CORE, text), *more]))
-
-
-def named(item, target, parts=1, data="x"):
-    """A package whose only content is one item of an unusual name."""
-    return archive(base(types(("/content/a.txt", "text/plain"), defaults=(("rels", TYPE_RELS), ("txt", "text/plain"))),
-                        rels(rel(target)), a=Entry(item, data)))
 
 
 def good_cases():
@@ -416,18 +363,42 @@ def core_cases():
                       Entry("content/_rels/a.txt.rels", rels(rel("/docProps/core.xml", type=REL_CORE)))])))
 
 
+def files():
+    """Every file of the corpus with its bytes."""
+    index = ["file\tverdict\tparts\tunpack\tkinds\twhat"]
+    for name, verdict, parts, unpack, kinds, what, data in CASES:
+        yield f"{name}.zip", data
+        index.append(f"{name}.zip\t{verdict}\t{parts}\t{unpack}\t{kinds}\t{what}")
+    yield "INDEX.tsv", ("\n".join(index) + "\n").encode()
+
+
 def write_all(directory):
     directory.mkdir(exist_ok=True)
-    lines = ["file\tverdict\tparts\tunpack\twhat"]
-    for name, verdict, parts, unpack, what, data in CASES:
-        (directory / f"{name}.zip").write_bytes(data)
-        lines.append(f"{name}.zip\t{verdict}\t{parts}\t{unpack}\t{what}")
-    (directory / "INDEX.tsv").write_text("\n".join(lines) + "\n", encoding="utf-8")
+    for old in directory.glob("*.zip"):
+        old.unlink()
+    for name, data in files():
+        (directory / name).write_bytes(data)
+
+
+def differences(directory):
+    made = dict(files())
+    yield from sorted({path.name for path in directory.iterdir()} ^ made.keys())
+    yield from (name for name, data in made.items() if (directory / name).exists() and (directory / name).read_bytes() != data)
+
+
+def main(directory, is_check):
+    for make in (good_cases, name_cases, kind_cases, container_cases, xml_cases, content_type_cases, relationship_cases, core_cases,
+                 conformance_cases.make, broken_bundles.make):
+        make()
+    assert len({c[0] for c in CASES}) == len(CASES)
+    if not is_check:
+        write_all(directory)
+        print(len(CASES), "files")
+        return 0
+    found = list(differences(directory))
+    print("differ from what the script makes:", *found) if found else print(len(CASES), "files are as the script makes them")
+    return 1 if found else 0
 
 
 if __name__ == "__main__":
-    for make in (good_cases, name_cases, kind_cases, container_cases, xml_cases, content_type_cases, relationship_cases, core_cases):
-        make()
-    assert len({c[0] for c in CASES}) == len(CASES)
-    write_all(pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent / "broken")
-    print(len(CASES), "files")
+    sys.exit(main(pathlib.Path(__file__).parent / "broken", sys.argv[1:] == ["--check"]))
