@@ -4,8 +4,6 @@
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
 
-#include <algorithm>
-
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 Result<std::optional<std::string>> PackageCore::text(Markup::CoreProperty property)
@@ -27,12 +25,14 @@ Result<> PackageCore::set(Markup::CoreProperty property, std::string_view text)
         m_state->document.remove(property);
         return {};
     }
-    Markup::CoreProperties changed = m_state->document;
-    if (auto set = changed.set(property, text); !set)
+    auto changed = stateToChange();
+    if (!changed)
+        return changed.error();
+    if (auto set = changed->document.set(property, text); !set)
         return set;
-    if (auto created = createPart(); !created)
-        return created;
-    m_state->document = std::move(changed);
+    if (auto related = m_state->part == nullptr ? relatePart(*changed) : Result<>{}; !related)
+        return related;
+    *m_state = std::move(*changed);
     return {};
 }
 
@@ -70,25 +70,28 @@ Result<PackageCore::State> PackageCore::read()
         return relationships.error();
     if (relationships->size() > 1)
         return Errors::makeError(OpcError::severalCoreProperties, m_parts.displayName(), "M4.1");
-    if (auto checked = checkSinglePart(); !checked)
-        return checked.error();
+    if (auto part = partOfType(); !part)
+        return part.error();
     if (relationships->empty())
         return State{};
     return readFrom(*relationships->front());
 }
 
 /// Readers that look for the media type instead of the relationship must find the same part.
-Result<> PackageCore::checkSinglePart() const
+Result<PartPtr> PackageCore::partOfType() const
 {
     auto parts = m_parts.all();
     if (!parts)
         return parts.error();
-    const auto count = std::ranges::count_if(**parts, [](const PartPtr& part) {
-        return Markup::isSameMediaType(part->mediaType, Markup::corePropertiesMediaType);
-    });
-    if (count <= 1)
-        return {};
-    return Errors::makeError(OpcError::severalCoreProperties, m_parts.displayName(), "M4.1");
+    PartPtr found;
+    for (const PartPtr& part : **parts) {
+        if (!Markup::isSameMediaType(part->mediaType, Markup::corePropertiesMediaType))
+            continue;
+        if (found != nullptr)
+            return Errors::makeError(OpcError::severalCoreProperties, m_parts.displayName(), "M4.1");
+        found = part;
+    }
+    return found;
 }
 
 Result<PackageCore::State> PackageCore::readFrom(const RelationshipRecord& relationship)
@@ -107,7 +110,7 @@ Result<PackageCore::State> PackageCore::readFrom(const RelationshipRecord& relat
     return readPart(*part);
 }
 
-Result<PackageCore::State> PackageCore::readPart(const PartPtr& part)
+Result<PackageCore::State> PackageCore::readPart(const PartPtr& part) const
 {
     const std::string subject = m_parts.subjectOf(part->name);
     if (!Markup::isSameMediaType(part->mediaType, Markup::corePropertiesMediaType))
@@ -122,14 +125,32 @@ Result<PackageCore::State> PackageCore::readPart(const PartPtr& part)
     return State{std::move(*document), part, {}};
 }
 
-Result<> PackageCore::createPart()
+/// A part of the media type that nothing leads to becomes that of the package: a second one would break M4.1.
+Result<PackageCore::State> PackageCore::stateToChange() const
 {
     if (m_state->part != nullptr)
-        return {};
-    const bool isRelated = !m_state->danglingName.empty();
-    auto part =
-        isRelated ? m_parts.create(m_state->danglingName, Markup::corePropertiesMediaType, PackageParts::Typing::byName)
-                  : createPartOfFreeName();
+        return *m_state;
+    auto part = partOfType();
+    if (!part)
+        return part.error();
+    return *part == nullptr ? *m_state : readPart(*part);
+}
+
+Result<> PackageCore::relatePart(State& state)
+{
+    if (state.part == nullptr)
+        return createPart(state);
+    auto related =
+        m_relationships.replaceByType(Markup::packageSource, Markup::corePropertiesRelationshipType, state.part->name);
+    return related ? Result<>{} : Result<>{related.error()};
+}
+
+Result<> PackageCore::createPart(State& state)
+{
+    const bool isRelated = !state.danglingName.empty();
+    auto part = isRelated
+                    ? m_parts.create(state.danglingName, Markup::corePropertiesMediaType, PackageParts::Typing::byName)
+                    : createPartOfFreeName();
     if (!part)
         return part.error();
     if (!isRelated) {
@@ -140,7 +161,7 @@ Result<> PackageCore::createPart()
             return related.error();
         }
     }
-    m_state->part = *part;
+    state.part = *part;
     return {};
 }
 

@@ -47,10 +47,12 @@ private:
     };
 
     Result<State> read();
-    Result<> checkSinglePart() const;
     Result<State> readFrom(const RelationshipRecord& relationship);
-    Result<State> readPart(const PartPtr& part);
-    Result<> createPart();
+    Result<State> readPart(const PartPtr& part) const;
+    Result<PartPtr> partOfType() const;
+    Result<State> stateToChange() const;
+    Result<> relatePart(State& state);
+    Result<> createPart(State& state);
     Result<PartPtr> createPartOfFreeName();
 
     PackageParts& m_parts;

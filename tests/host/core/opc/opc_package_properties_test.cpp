@@ -188,6 +188,23 @@ TEST_F(OpcPackagePropertiesTest, ADanglingRelationshipLeadsToThePartThatASetterM
     EXPECT_EQ(relationshipLines(saved(package).relationships().value()).size(), 1U);
 }
 
+TEST_F(OpcPackagePropertiesTest, APartThatNothingLedToBecomesThatOfThePackage)
+{
+    PackageFile file;
+    OpcPackage package = open(file.addContentTypes(coreType)
+                                  .addRelationships("<Relationship Id='c' Target='gone.xml' "
+                                                    "Type='http://schemas.openxmlformats.org/package/2006/relationships/"
+                                                    "metadata/core-properties'/>")
+                                  .add("core.xml", coreDocument("<dc:creator>c</dc:creator>")));
+    EXPECT_EQ(package.packageProperties().creator().error(), code(OpcError::propertyNotSet));
+    ASSERT_TRUE(package.packageProperties().setTitle(u8"t"));
+    OpcPackage again = saved(package);
+    EXPECT_THAT(partNames(again), ElementsAre("/core.xml"));
+    EXPECT_EQ(relationshipLines(again.relationships().value()).size(), 1U);
+    EXPECT_EQ(again.packageProperties().title().value(), String2{u8"t"});
+    EXPECT_EQ(again.packageProperties().creator().value(), String2{u8"c"});
+}
+
 TEST_F(OpcPackagePropertiesTest, SettingWhatStandsThereChangesNoByte)
 {
     OpcPackage package = openWithCore("<dc:title>same</dc:title>  <!-- a remark -->");
