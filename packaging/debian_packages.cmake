@@ -27,7 +27,9 @@ foreach(component host plugin libraries development documents)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_of_${component}} COMPONENT ${component})
     string(TOUPPER ${component} key)
     set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${package_of_${component}})
-    file(READ debian/${component}.txt CPACK_DEBIAN_${key}_DESCRIPTION)
+    file(READ debian/${component}.txt description)
+    # a line break at its end would end the whole control file
+    string(STRIP "${description}" CPACK_DEBIAN_${key}_DESCRIPTION)
 endforeach()
 
 set(CPACK_GENERATOR DEB)
@@ -55,6 +57,12 @@ set(CPACK_COMPONENT_PLUGIN_DEPENDS libraries)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS libraries)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev (>= 5.15)")
 set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "hollerwick-doc, libqt5svg5")
+
+# The loader's cache is dpkg's affair, by a trigger. CPack would write scripts that renew it a second time, for every package with a
+# library in it, unless it is told of others: these names have no files behind them, and the packages no scripts.
+set(no_scripts ${CMAKE_CURRENT_BINARY_DIR}/none/postinst ${CMAKE_CURRENT_BINARY_DIR}/none/postrm)
+set(CPACK_DEBIAN_LIBRARIES_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/debian/triggers ${no_scripts})
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_CONTROL_EXTRA ${no_scripts})
 
 set(CPACK_DEBIAN_HOST_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PLUGIN_PACKAGE_SECTION electronics)

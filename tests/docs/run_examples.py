@@ -109,6 +109,7 @@ NOT_RUN = r'''
 cmake() {
     case "$1" in --preset) grep -q "\"name\": \"$2\"" CMakePresets.json ;; --build | --install | -G) ;; *) false ;; esac
 }
+ctest() { [ "$1" = --preset ] && grep -q "\"name\": \"$2\"" CMakePresets.json; }
 sudo() { "$@"; }
 apt-get() { [ "$1" = install ]; }
 git() { [ "$1" = clone ]; }

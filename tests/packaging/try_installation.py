@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """Installs the build into a directory of its own and uses nothing but what stands there.
 
-usage: try_installation.py BUILD STAGE install|move|consumer|plugin
+usage: try_installation.py BUILD STAGE install|move|consumer|frame|plugin
 
 install   installs BUILD into STAGE and runs the demo with the installed program
 move      the same from another place: an installed tree stands wherever it is put
 consumer  builds a project of somebody else against STAGE
-plugin    builds the plug-in against the libraries in STAGE instead of those of the tree
+frame     builds the lowest layer of the plug-in against the libraries in STAGE instead of those of the tree, through the CMake
+          package that they bring and through the one that docs/porting.md shows
+plugin    builds all of the plug-in so, and has the installed host load it
 """
 
 import os
@@ -113,11 +115,16 @@ def package_of_the_porting_page(stage, directory):
     return directory
 
 
-def plugin(build, stage):
-    """The build directories stay for the next run."""
-    directory = build / "plugin_alone"
+def frame(build, stage):
+    """The build directory stays for "plugin"."""
     own_package = package_of_the_porting_page(stage, build / "host_package")
-    build_project(TOP, own_package, build / "plugin_frame", "-DHOLLERWICK_HOST_PACKAGE=KelvarisHost", target="hollerwick_script_frame")
+    build_project(TOP, own_package, build / "plugin_over_own_package", "-DHOLLERWICK_HOST_PACKAGE=KelvarisHost",
+                  target="hollerwick_script_frame")
+    build_project(TOP, stage, build / "plugin_alone", "-DHOLLERWICK_HOST_PACKAGE=Kelvaris", target="hollerwick_script_frame")
+
+
+def plugin(build, stage):
+    directory = build / "plugin_alone"
     build_project(TOP, stage, directory, "-DHOLLERWICK_HOST_PACKAGE=Kelvaris", target="hollerwick")
     module = directory / "lib/hollerwick/hollerwick.so"
     assert str(stage) in run("ldd", module) and f"{build}/lib/libKelvaris" not in run("ldd", module)
@@ -125,7 +132,8 @@ def plugin(build, stage):
 
 
 def main(build, stage, step):
-    {"install": install, "move": move, "consumer": consumer, "plugin": plugin}[step](pathlib.Path(build), pathlib.Path(stage))
+    steps = {"install": install, "move": move, "consumer": consumer, "frame": frame, "plugin": plugin}
+    steps[step](pathlib.Path(build), pathlib.Path(stage))
 
 
 if __name__ == "__main__":
