@@ -12,6 +12,7 @@
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QPointer>
+#include <QtGui/QIcon>
 #include <QtWidgets/QWidget>
 
 #include <algorithm>
@@ -82,6 +83,9 @@ std::unique_ptr<HostApplication> HostApplication::connect()
 HostApplication::HostApplication() : QApplication{programWordCount, programWords}
 {
     setApplicationName(QStringLiteral("hollerwick-host"));
+    // by these a desktop knows whose windows they are; without an installed icon they have the desktop's own
+    setDesktopFileName(QStringLiteral("org.hollerwick.hollerwick"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("hollerwick")));
     applyColourScheme(*this);
     loadTranslations();
 }

@@ -51,6 +51,9 @@ def entries():
         opened = re.search(r"^MimeType=(.*)", text, re.MULTILINE)
         assert set(opened[1].split(";")[:-1] if opened else []) <= set(declared_types()), entry
         assert "Exec=hollerwick-host " in text and "Icon=hollerwick\n" in text
+    program = (TOP / "host/shell/host_application.cpp").read_text(encoding="utf-8")
+    named = re.search(r'setDesktopFileName\(QStringLiteral\("(.*)"\)\)', program)[1]
+    assert (DESKTOP / f"{named}.desktop").exists(), named
 
 
 def metadata():

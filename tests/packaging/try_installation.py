@@ -1,14 +1,15 @@
 #!/usr/bin/env python3
 """Installs the build into a directory of its own and uses nothing but what stands there.
 
-usage: try_installation.py BUILD STAGE install|move|consumer|frame|plugin
+usage: try_installation.py BUILD STAGE install|components|move|consumer|frame|plugin
 
-install   installs BUILD into STAGE and runs the demo with the installed program
-move      the same from another place: an installed tree stands wherever it is put
-consumer  builds a project of somebody else against STAGE
-frame     builds the lowest layer of the plug-in against the libraries in STAGE instead of those of the tree, through the CMake
-          package that they bring and through the one that docs/porting.md shows
-plugin    builds all of the plug-in so, and has the installed host load it
+install     installs BUILD into STAGE and runs the demo with the installed program
+components  installs the pieces that become Debian packages one by one: together they are the whole
+move        runs the demo from another place: an installed tree stands wherever it is put
+consumer    builds a project of somebody else against STAGE
+frame       builds the lowest layer of the plug-in against the libraries in STAGE instead of those of the tree, through the CMake
+            package that they bring and through the one that docs/porting.md shows
+plugin      builds all of the plug-in so, and has the installed host load it
 """
 
 import os
@@ -79,6 +80,24 @@ def install(build, stage):
     use(stage)
 
 
+def components(build, stage):
+    one_of_each = {
+        "host": "share/applications/org.hollerwick.hollerwick.desktop",
+        "plugin": "lib/hollerwick/hollerwick.so",
+        "libraries": "lib/libKelvarisCore.so.1",
+        "development": "lib/libKelvarisCore.so",
+        "documents": "share/doc/hollerwick/docs/tutorial.md",
+    }
+    found = []
+    for component, file in one_of_each.items():
+        with tempfile.TemporaryDirectory() as directory:
+            run("cmake", "--install", build, "--prefix", directory, "--component", component)
+            files = names(pathlib.Path(directory))
+            assert file in files, (component, files)
+            found += files
+    assert sorted(found) == sorted(names(stage)), set(found) ^ names(stage)
+
+
 def move(_, stage):
     with tempfile.TemporaryDirectory(prefix="another place ") as directory:
         moved = pathlib.Path(directory, "tree")
@@ -132,7 +151,7 @@ def plugin(build, stage):
 
 
 def main(build, stage, step):
-    steps = {"install": install, "move": move, "consumer": consumer, "frame": frame, "plugin": plugin}
+    steps = {"install": install, "components": components, "move": move, "consumer": consumer, "frame": frame, "plugin": plugin}
     steps[step](pathlib.Path(build), pathlib.Path(stage))
 
 
