@@ -52,6 +52,8 @@ void ContentBundleEditor::setUpViews()
     m_propertiesView->horizontalHeader()->setStretchLastSection(true);
     m_propertiesView->verticalHeader()->hide();
     m_propertiesView->setModel(m_propertiesProxy);
+    // arrow keys go from cell to cell; Tab would otherwise never leave the table
+    m_propertiesView->setTabKeyNavigation(false);
     m_propertiesView->setItemDelegate(new GuardedItemDelegate{m_propertiesView});
     m_propertiesView->setAccessibleName(QStringLiteral("Properties"));
 

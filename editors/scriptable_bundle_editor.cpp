@@ -44,6 +44,8 @@ ScriptableBundleEditor::ScriptableBundleEditor(QWidget* parent)
     m_packageView->setContextMenuPolicy(Qt::CustomContextMenu);
     m_packageView->setAccessibleName(QStringLiteral("Package"));
     m_scriptEdit->setAccessibleName(QStringLiteral("Script"));
+    // Tab would otherwise never leave the text
+    m_scriptEdit->setTabChangesFocus(true);
 
     auto* buttons = new QDialogButtonBox{QDialogButtonBox::Save, this};
     layout()->addWidget(buttons);

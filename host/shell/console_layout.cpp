@@ -2,6 +2,7 @@
 
 #include "host/shell/call_completion.h"
 #include "host/shell/console_window.h"
+#include "host/shell/fixed_font.h"
 #include "host/shell/function_pane.h"
 #include "host/shell/line_input.h"
 #include "host/shell/script_editor.h"
@@ -9,7 +10,6 @@
 #include "host/shell/window_menu.h"
 #include "host/shell/with_label.h"
 
-#include <QtGui/QFontDatabase>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
@@ -25,13 +25,13 @@ namespace HostShell {
 namespace {
 
 /// A pane keeps this many lines, which is more than anybody reads there.
-constexpr int mostLines = 10'000;
+constexpr int mostLines = 10000;
 
 QPlainTextEdit* makeReadOnlyPane(const QString& objectName)
 {
     auto* pane = new QPlainTextEdit;
     pane->setObjectName(objectName);
-    pane->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    pane->setFont(fixedFont());
     pane->setLineWrapMode(QPlainTextEdit::NoWrap);
     pane->setReadOnly(true);
     // a read-only pane has no cursor to move otherwise
@@ -79,7 +79,7 @@ void ConsoleWindow::buildPanes()
     m_columns->addWidget(left);
     m_columns->addWidget(m_functions);
     m_columns->setStretchFactor(0, 1);
-    m_columns->setSizes({760, 420});
+    m_columns->setSizes({740, 440});
 
     auto* all = new QWidget;
     auto* margins = new QVBoxLayout{all};
@@ -100,7 +100,7 @@ QWidget* ConsoleWindow::buildLineInput()
     m_line = new LineInput{m_history};
     m_line->setObjectName(QStringLiteral("lineInput"));
     m_line->setAccessibleName(tr("Line"));
-    m_line->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_line->setFont(fixedFont());
     m_line->setPlaceholderText(tr("One line to run at once; Up and Down bring back earlier ones"));
     label->setBuddy(m_line);
     layout->addWidget(label);
@@ -227,6 +227,7 @@ void ConsoleWindow::buildToolBar()
 {
     QToolBar* bar = addToolBar(tr("Tools"));
     bar->setObjectName(QStringLiteral("toolBar"));
+    bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     bar->addActions({m_newAction, m_openAction, m_saveAction});
     bar->addSeparator();

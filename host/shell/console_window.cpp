@@ -36,7 +36,7 @@ namespace {
 using Kelvaris::System::Logging::LogLine;
 
 /// More of a line is of no use to a reader, and a pane takes long to lay it out.
-constexpr int longestShownLine = 20'000;
+constexpr int longestShownLine = 20000;
 
 QString shownPart(const QString& line)
 {
@@ -100,6 +100,7 @@ ConsoleWindow::ConsoleWindow(const ConsolePlaces& places)
     m_editor->viewport()->installEventFilter(this);
     setFile({});
     showRunning();
+    statusBar()->showMessage(tr("Ready."));
     m_editor->setFocus();
 }
 

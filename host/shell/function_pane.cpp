@@ -1,7 +1,10 @@
 #include "host/shell/function_pane.h"
 
+#include "host/shell/fixed_font.h"
 #include "host/shell/with_label.h"
 
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QTextBrowser>
 
@@ -14,6 +17,23 @@ QString pageOf(const FunctionHelp& function)
     const QString text =
         function.markdown.isEmpty() ? FunctionPane::tr("There is no documentation.") : function.markdown;
     return QStringLiteral("### `%1`\n\n%2").arg(function.signature, text);
+}
+
+// Code stands in the font of the scripts.
+void setCodeFont(QTextDocument& document)
+{
+    QTextCharFormat code;
+    code.setFontFamily(fixedFont().family());
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+            if (!piece.fragment().charFormat().fontFixedPitch())
+                continue;
+            QTextCursor cursor{&document};
+            cursor.setPosition(piece.fragment().position());
+            cursor.setPosition(piece.fragment().position() + piece.fragment().length(), QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(code);
+        }
+    }
 }
 
 } // namespace
@@ -47,8 +67,10 @@ void FunctionPane::show(const QString& function)
 
 void FunctionPane::showDocumentation(int row)
 {
-    if (row >= 0)
-        m_documentation->setMarkdown(pageOf(m_functions.at(static_cast<std::size_t>(row))));
+    if (row < 0)
+        return;
+    m_documentation->setMarkdown(pageOf(m_functions.at(static_cast<std::size_t>(row))));
+    setCodeFont(*m_documentation->document());
 }
 
 } // namespace HostShell

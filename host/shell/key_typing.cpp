@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
+#include <QtGui/QContextMenuEvent>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
@@ -14,6 +15,17 @@ QT_END_NAMESPACE
 
 namespace HostShell {
 
+namespace {
+
+// A display's driver makes the request for a menu of its key, beside the key itself.
+void requestContextMenu(QWindow& window)
+{
+    QContextMenuEvent request{QContextMenuEvent::Keyboard, QPoint{}};
+    QCoreApplication::sendEvent(&window, &request);
+}
+
+} // namespace
+
 void typeKey(QWidget& window, const KeyPress& press)
 {
     // without a window manager no window is ever made active, and keys would go nowhere
@@ -25,6 +37,8 @@ void typeKey(QWidget& window, const KeyPress& press)
         if (target != nullptr)
             qt_handleKeyEvent(target, type, press.key, press.modifiers, press.text, false, 1);
     }
+    if (target != nullptr && press.key == Qt::Key_Menu)
+        requestContextMenu(*target);
 }
 
 } // namespace HostShell

@@ -1,9 +1,9 @@
 #include "host/shell/script_editor.h"
 
 #include "host/shell/call_completion.h"
+#include "host/shell/fixed_font.h"
 #include "host/shell/shell_icons.h"
 
-#include <QtGui/QFontDatabase>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
@@ -77,7 +77,7 @@ private:
 ScriptEditor::ScriptEditor(QWidget* parent)
     : QPlainTextEdit{parent}, m_lineNumbers{new LineNumbers{this}}, m_completion{new CallCompletion{this, helpOfAll()}}
 {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(fixedFont());
     setLineWrapMode(NoWrap);
     setTabChangesFocus(true);
     connect(this, &QPlainTextEdit::blockCountChanged, this, &ScriptEditor::placeLineNumbers);
