@@ -40,29 +40,29 @@ std::optional<std::string_view> XmlDocument::Data::namespaceOf(std::uint32_t nod
 
 std::string_view XmlElement::namespaceUri() const noexcept
 {
-    return m_document->m_data->nodes[m_index].namespaceUri;
+    return m_data->nodes[m_index].namespaceUri;
 }
 
 std::string_view XmlElement::prefix() const noexcept
 {
-    const auto& node = m_document->m_data->nodes[m_index];
+    const auto& node = m_data->nodes[m_index];
     return node.writtenName.substr(0, node.prefixLength == 0 ? 0 : node.prefixLength - 1);
 }
 
 std::string_view XmlElement::name() const noexcept
 {
-    const auto& node = m_document->m_data->nodes[m_index];
+    const auto& node = m_data->nodes[m_index];
     return node.writtenName.substr(node.prefixLength);
 }
 
 std::string_view XmlElement::writtenName() const noexcept
 {
-    return m_document->m_data->nodes[m_index].writtenName;
+    return m_data->nodes[m_index].writtenName;
 }
 
 std::span<const XmlAttribute> XmlElement::attributes() const noexcept
 {
-    const auto& data = *m_document->m_data;
+    const auto& data = *m_data;
     const auto& node = data.nodes[m_index];
     return std::span{data.attributes}.subspan(node.firstAttribute, node.attributeCount);
 }
@@ -78,19 +78,19 @@ const XmlAttribute* XmlElement::attribute(std::string_view wantedNamespace, std:
 
 std::optional<XmlElement> XmlElement::firstChild() const noexcept
 {
-    const std::uint32_t child = m_document->m_data->nodes[m_index].firstChild;
-    return child == noIndex ? std::nullopt : std::optional{XmlElement{*m_document, child}};
+    const std::uint32_t child = m_data->nodes[m_index].firstChild;
+    return child == noIndex ? std::nullopt : std::optional{XmlElement{*m_data, child}};
 }
 
 std::optional<XmlElement> XmlElement::nextSibling() const noexcept
 {
-    const std::uint32_t sibling = m_document->m_data->nodes[m_index].nextSibling;
-    return sibling == noIndex ? std::nullopt : std::optional{XmlElement{*m_document, sibling}};
+    const std::uint32_t sibling = m_data->nodes[m_index].nextSibling;
+    return sibling == noIndex ? std::nullopt : std::optional{XmlElement{*m_data, sibling}};
 }
 
 std::string XmlElement::text() const
 {
-    const auto& data = *m_document->m_data;
+    const auto& data = *m_data;
     std::string text;
     for (std::uint32_t i = data.nodes[m_index].firstText; i != noIndex; i = data.texts[i].next)
         text += data.texts[i].text;
@@ -99,7 +99,7 @@ std::string XmlElement::text() const
 
 std::vector<std::string> XmlElement::textRuns() const
 {
-    const auto& data = *m_document->m_data;
+    const auto& data = *m_data;
     std::vector<std::string> runs(1);
     std::uint32_t child = noIndex;
     const auto nextChild = [&] {
@@ -118,7 +118,7 @@ std::vector<std::string> XmlElement::textRuns() const
 
 bool XmlElement::hasText() const noexcept
 {
-    const auto& data = *m_document->m_data;
+    const auto& data = *m_data;
     for (std::uint32_t i = data.nodes[m_index].firstText; i != noIndex; i = data.texts[i].next) {
         if (!isXmlSpace(data.texts[i].text))
             return true;
@@ -128,12 +128,12 @@ bool XmlElement::hasText() const noexcept
 
 std::optional<std::string_view> XmlElement::namespaceOf(std::string_view prefix) const noexcept
 {
-    return m_document->m_data->namespaceOf(m_index, prefix);
+    return m_data->namespaceOf(m_index, prefix);
 }
 
 std::optional<std::string_view> XmlElement::declaredPrefixOf(std::string_view namespaceUri) const noexcept
 {
-    const auto& data = *m_document->m_data;
+    const auto& data = *m_data;
     const auto& node = data.nodes[m_index];
     const auto declared = std::span{data.declarations}.subspan(node.firstDeclaration, node.declarationCount);
     const auto found = std::find_if(declared.rbegin(), declared.rend(),
@@ -143,13 +143,13 @@ std::optional<std::string_view> XmlElement::declaredPrefixOf(std::string_view na
 
 TextRange XmlElement::range() const noexcept
 {
-    const auto& node = m_document->m_data->nodes[m_index];
+    const auto& node = m_data->nodes[m_index];
     return {node.begin, node.end};
 }
 
 TextRange XmlElement::endTag() const noexcept
 {
-    const auto& node = m_document->m_data->nodes[m_index];
+    const auto& node = m_data->nodes[m_index];
     return {node.endTag, node.end};
 }
 
@@ -160,7 +160,7 @@ XmlDocument::~XmlDocument() = default;
 
 XmlElement XmlDocument::root() const noexcept
 {
-    return {*this, 0};
+    return {*m_data, 0};
 }
 
 std::size_t XmlDocument::elementCount() const noexcept

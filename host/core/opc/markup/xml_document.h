@@ -17,7 +17,7 @@
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
-class XmlDocument;
+class XmlElement;
 
 /// All views of an attribute or an element are valid as long as their document, wherever that is moved to.
 struct XmlAttribute
@@ -33,7 +33,38 @@ struct XmlAttribute
     }
 };
 
-/// One element of a document; cheap to copy.
+/// An XML document that holds to XML 1.0 and Namespaces in XML 1.0 to the letter, without a document type (M1.17,
+/// M1.18).
+class KELVARIS_CORE_API XmlDocument
+{
+public:
+    XmlDocument(XmlDocument&&) noexcept;
+    XmlDocument& operator=(XmlDocument&&) noexcept;
+    ~XmlDocument();
+
+    XmlElement root() const noexcept;
+
+    /// Of all depths.
+    std::size_t elementCount() const noexcept;
+
+    /// The document as UTF-8 without a byte order mark.
+    std::string_view text() const noexcept;
+
+    /// The same, as the document's last deed: its elements are gone then.
+    std::string takeText() &&;
+
+    /// How a document is kept; for those that read one.
+    struct Data;
+
+private:
+    friend Expected<XmlDocument, ErrorCode2> parseXml(std::span<const std::byte> bytes, std::string_view subject);
+
+    explicit XmlDocument(std::unique_ptr<Data> data) noexcept;
+
+    std::unique_ptr<Data> m_data;
+};
+
+/// One element of a document; cheap to copy. It is valid as long as its document, wherever that is moved to.
 class KELVARIS_CORE_API XmlElement
 {
 public:
@@ -81,42 +112,10 @@ public:
 
 private:
     friend class XmlDocument;
-    XmlElement(const XmlDocument& document, std::uint32_t index) noexcept : m_document{&document}, m_index{index} {}
+    XmlElement(const XmlDocument::Data& data, std::uint32_t index) noexcept : m_data{&data}, m_index{index} {}
 
-    const XmlDocument* m_document;
+    const XmlDocument::Data* m_data;
     std::uint32_t m_index;
-};
-
-/// An XML document that holds to XML 1.0 and Namespaces in XML 1.0 to the letter, without a document type (M1.17,
-/// M1.18).
-class KELVARIS_CORE_API XmlDocument
-{
-public:
-    XmlDocument(XmlDocument&&) noexcept;
-    XmlDocument& operator=(XmlDocument&&) noexcept;
-    ~XmlDocument();
-
-    XmlElement root() const noexcept;
-
-    /// Of all depths.
-    std::size_t elementCount() const noexcept;
-
-    /// The document as UTF-8 without a byte order mark.
-    std::string_view text() const noexcept;
-
-    /// The same, as the document's last deed: its elements are gone then.
-    std::string takeText() &&;
-
-    /// How a document is kept; for those that read one.
-    struct Data;
-
-private:
-    friend class XmlElement;
-    friend Expected<XmlDocument, ErrorCode2> parseXml(std::span<const std::byte> bytes, std::string_view subject);
-
-    explicit XmlDocument(std::unique_ptr<Data> data) noexcept;
-
-    std::unique_ptr<Data> m_data;
 };
 
 /// Reads `bytes`: UTF-8 or UTF-16, with or without a byte order mark.

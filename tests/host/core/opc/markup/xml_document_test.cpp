@@ -303,9 +303,15 @@ TEST(XmlDocument, KnowsWhereItsElementsStand)
 
 TEST(XmlDocument, KeepsItsElementsWhenItIsMoved)
 {
-    XmlDocument document = documentOf("<a/>");
+    XmlDocument document = documentOf("<a><b x='1'>t</b></a>");
+    const XmlElement root = document.root();
+    const XmlElement b = *root.firstChild();
     const XmlDocument moved = std::move(document);
+    document = documentOf("<other/>");
     EXPECT_EQ(moved.root().name(), "a");
+    EXPECT_EQ(dump(root), "(|a:(|b |x=1:t))");
+    EXPECT_EQ(b.text(), "t");
+    EXPECT_EQ(b.range().of(moved.text()), "<b x='1'>t</b>");
 }
 
 TEST(XmlDocument, SpeaksOfTextsOnlyWhenThereIsMoreThanWhiteSpace)
