@@ -2,12 +2,10 @@
 
 #include "models/path_elements.h"
 
-#include <QtCore/QChar>
-#include <QtCore/QHash>
 #include <QtCore/QString>
-#include <QtCore/QVector>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -31,25 +29,17 @@ struct NameInAnyCase
 {
     QString text;
 
-    friend bool operator==(const NameInAnyCase& left, const NameInAnyCase& right)
+    friend bool operator<(const NameInAnyCase& left, const NameInAnyCase& right)
     {
-        return left.text.compare(right.text, Qt::CaseInsensitive) == 0;
+        return left.text.compare(right.text, Qt::CaseInsensitive) < 0;
     }
 };
 
-/// Not of the text folded as a whole, which takes "ß" for "ss".
-inline uint qHash(const NameInAnyCase& name, uint seed = 0)
-{
-    const QVector<uint> letters = name.text.toUcs4();
-    for (const uint letter : letters)
-        seed = seed * 31 + QChar::toCaseFolded(letter);
-    return seed;
-}
-
 /// The directories of one parent by name: what `directory` finds without a search over all entries, which takes
-/// minutes in a package with tens of thousands of them.
+/// minutes in a package with tens of thousands of them. In order and not by a hash: the names come from strangers, and
+/// for the hash of a QString it is easy to find as many as one likes that it cannot tell apart.
 template <class Directory, class Name = QString>
-using DirectoriesByName = QHash<Name, Directory*>;
+using DirectoriesByName = std::map<Name, Directory*>;
 
 /// The directory of that name; `make` is called for a new one when there is none.
 template <class Directory, class Name, class Make>

@@ -4,11 +4,11 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/zip_attributes.h"
+#include "host/core/text/name_hash.h"
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
 #include <optional>
-#include <unordered_map>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
@@ -154,7 +154,7 @@ private:
 
     const Zip::Archive& m_archive;
     std::vector<Group> m_groups;
-    std::unordered_map<std::string, std::size_t> m_places;
+    Text::NameMap<std::size_t> m_places;
     ItemScan m_scan;
 };
 

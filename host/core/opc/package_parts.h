@@ -4,11 +4,10 @@
 #include "host/core/opc/markup/content_types.h"
 #include "host/core/opc/markup/part_name_set.h"
 #include "host/core/opc/part_record.h"
+#include "host/core/text/name_hash.h"
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
@@ -71,10 +70,10 @@ private:
         Markup::ContentTypes types;
         ItemPtr typesItem;
         std::vector<PartPtr> parts;
-        std::unordered_map<std::string, PartPtr> byKey;
+        Text::NameMap<PartPtr> byKey;
         Markup::PartNameSet names;
-        std::unordered_set<std::string> otherItems; ///< keys of items that are no parts
-        std::unordered_set<std::string> otherExtensions;
+        Text::NameTable otherItems; ///< keys of items that are no parts
+        Text::NameTable otherExtensions;
         std::vector<std::string> diagnostics;
     };
 

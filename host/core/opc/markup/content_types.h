@@ -2,6 +2,7 @@
 
 #include "host/core/opc/markup/text_edits.h"
 #include "host/core/opc/markup/xml_document.h"
+#include "host/core/text/name_hash.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -13,7 +14,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -63,12 +63,7 @@ private:
         TextRange range; ///< in `m_text`; empty for an entry that was not read
         std::uint32_t order = 0;
     };
-    struct Hash
-    {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-    };
-    using Entries = std::unordered_map<std::string, Entry, Hash, std::equal_to<>>;
+    using Entries = Text::NameMap<Entry>;
 
     struct Empty
     {

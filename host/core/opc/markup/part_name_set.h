@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/text/name_hash.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -7,8 +8,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
@@ -33,19 +32,13 @@ public:
     std::size_t size() const noexcept { return m_keys.size(); }
 
 private:
-    struct Hash
-    {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-    };
-
     void enterDirectories(std::string_view key);
     void leaveDirectories(std::string_view key);
     std::string_view ancestorOf(std::string_view key) const;
 
-    std::unordered_set<std::string, Hash, std::equal_to<>> m_keys;
+    Text::NameTable m_keys;
     /// Each directory, and how many names and directories stand directly in it.
-    std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> m_directories;
+    Text::NameMap<std::size_t> m_directories;
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

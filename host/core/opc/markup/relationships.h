@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/core/opc/markup/text_edits.h"
+#include "host/core/text/name_hash.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -12,7 +13,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -80,7 +80,7 @@ private:
 
     std::vector<Relationship> m_relationships;
     /// From an id to its place in the list.
-    std::unordered_map<std::string, std::size_t> m_places;
+    Text::NameMap<std::size_t> m_places;
     std::vector<std::string> m_diagnostics;
     std::vector<TextRange> m_erased;
     std::string m_text;
