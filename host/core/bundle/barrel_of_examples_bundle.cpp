@@ -3,6 +3,7 @@
 #include "host/core/bundle/bundle_layout.h"
 #include "host/core/bundle/bundle_package.h"
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/package_access.h"
 #include "host/core/paths/disk/native_path.h"
@@ -76,39 +77,52 @@ Expected<ExamplePart, ErrorCode2> BarrelOfExamplesBundle::addExample(const FileP
                                            Layout::exampleRelationship);
         if (!part)
             return part.error();
+        Errors::Rollback takeBack{[&] { detail::dropRelatedPart(*data, *part); }};
         (*part)->compression = OpcPackageCompressionType::none;
-        return ExamplePart{PackageAccess::part(data, *part)};
+        ExamplePart example{PackageAccess::part(data, *part)};
+        takeBack.dismiss();
+        return example;
     });
 }
 
 Expected<ExamplePart, ErrorCode2> BarrelOfExamplesBundle::example(const OpcPackagePartUri& uri) const
 {
-    return package().part(uri).andThen([](OpcPackaging::OpcPackagePart part) -> Expected<ExamplePart, ErrorCode2> {
-        return ExamplePart{std::move(part)};
+    return Text::withinMemory([&]() -> Expected<ExamplePart, ErrorCode2> {
+        auto found = package().part(uri);
+        if (!found)
+            return found.error();
+        return ExamplePart{*found};
     });
 }
 
 Expected<ExamplePart, ErrorCode2>
 BarrelOfExamplesBundle::example(const OpcPackaging::OpcPackageRelationship& relationship) const
 {
-    return part(relationship).andThen([](OpcPackaging::OpcPackagePart part) -> Expected<ExamplePart, ErrorCode2> {
-        return ExamplePart{std::move(part)};
+    return Text::withinMemory([&]() -> Expected<ExamplePart, ErrorCode2> {
+        auto found = part(relationship);
+        if (!found)
+            return found.error();
+        return ExamplePart{*found};
     });
 }
 
 Expected<OpcPackaging::OpcPackageRelationshipCollection, ErrorCode2>
 BarrelOfExamplesBundle::exampleRelationships() const
 {
-    return package().relationshipsByType(Text::toString2(Layout::exampleRelationship));
+    return Text::withinMemory(
+        [this] { return package().relationshipsByType(Text::toString2(Layout::exampleRelationship)); });
 }
 
 std::uint64_t BarrelOfExamplesBundle::numberExamples() const
 {
-    auto relationships = PackageAccess::data(package())->relationships().of(OpcPackaging::Markup::packageSource);
-    if (!relationships)
-        return 0;
-    return static_cast<std::uint64_t>(std::ranges::count((*relationships)->all(), Layout::exampleRelationship,
-                                                         &OpcPackaging::Markup::Relationship::type));
+    const auto count = Text::withinMemory([this]() -> Result<std::uint64_t> {
+        auto relationships = PackageAccess::data(package())->relationships().of(OpcPackaging::Markup::packageSource);
+        if (!relationships)
+            return relationships.error();
+        return static_cast<std::uint64_t>(std::ranges::count((*relationships)->all(), Layout::exampleRelationship,
+                                                             &OpcPackaging::Markup::Relationship::type));
+    });
+    return count.valueOr(0);
 }
 
 } // namespace Kelvaris::System::IO::Bundle

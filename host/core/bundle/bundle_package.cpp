@@ -2,6 +2,7 @@
 
 #include "host/core/bundle/bundle_layout.h"
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
@@ -112,12 +113,22 @@ Result<PartPtr> addRelatedPart(PackageData& package, const OpcPackaging::OpcPack
     auto part = package.createPart(Text::narrow(*name), mediaType, std::move(bytes));
     if (!part)
         return part;
+    Errors::Rollback takeBack{[&] { package.parts().remove(*part); }};
     auto related = package.relationships().add(Markup::packageSource, relationshipType, Text::narrow(*name),
                                                OpcTargetMode::internal);
-    if (related)
-        return part;
-    package.parts().remove(*part);
-    return related.error();
+    if (!related)
+        return related.error();
+    takeBack.dismiss();
+    return part;
+}
+
+void dropRelatedPart(PackageData& package, const PartPtr& part)
+{
+    if (const auto relationships = package.relationships().of(Markup::packageSource)) {
+        const std::string last = (*relationships)->all().back().id;
+        (void)package.relationships().remove(Markup::packageSource, last); // they were read already
+    }
+    package.parts().remove(part);
 }
 
 Result<PartPtr> relatedPart(PackageData& package, std::string_view relationshipType)

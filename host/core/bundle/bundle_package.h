@@ -45,6 +45,9 @@ Result<std::optional<StoredProperties>> readProperties(PackageData& package);
 Result<PartPtr> addRelatedPart(PackageData& package, const OpcPackaging::OpcPackagePartUri& uri,
                                std::string_view mediaType, PayloadPtr bytes, std::string_view relationshipType);
 
+/// Takes back what `addRelatedPart` has done last.
+void dropRelatedPart(PackageData& package, const PartPtr& part);
+
 /// The one part that a relationship of that type leads to; the first, if there are several.
 /// @return  null when there is no such relationship; opc 1 and 22 as `PackageData::findTarget`
 Result<PartPtr> relatedPart(PackageData& package, std::string_view relationshipType);

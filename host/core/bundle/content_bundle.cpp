@@ -39,7 +39,8 @@ Expected<ContentBundle, ErrorCode2> ContentBundle::open(const FilePath2& path)
 
 Expected<OpcPackaging::OpcPackageRelationshipCollection, ErrorCode2> ContentBundle::contentRelationships() const
 {
-    return package().relationshipsByType(Text::toString2(Layout::contentRelationship));
+    return Text::withinMemory(
+        [this] { return package().relationshipsByType(Text::toString2(Layout::contentRelationship)); });
 }
 
 Expected<OpcPackagePart, ErrorCode2> ContentBundle::createContentPartFromFile(const FilePath2& source,

@@ -114,11 +114,13 @@ Expected<ExampleBundle, ErrorCode2> ExampleBundle::open(const FilePath2& path)
 Expected<OpcPackagePart, ErrorCode2> ExampleBundle::addFile(const FilePath2& source, const OpcPackagePartUri& uri,
                                                             OpcPackageCompressionType compression)
 {
-    auto path = Disk::nativePath(source);
-    if (!path)
-        return path.error();
-    const MIMEType type{FileSystem::type(FilePath{*path})};
-    return createContentPartFromFile(source, uri, type, compression);
+    return Text::withinMemory([&]() -> Expected<OpcPackagePart, ErrorCode2> {
+        auto path = Disk::nativePath(source);
+        if (!path)
+            return path.error();
+        const MIMEType type{FileSystem::type(FilePath{*path})};
+        return createContentPartFromFile(source, uri, type, compression);
+    });
 }
 
 Expected<void, ErrorCode2> ExampleBundle::setPrimaryFile(const OpcPackagePartUri& uri)

@@ -4,6 +4,7 @@
 #include "host/core/bundle/numbered_parts.h"
 #include "host/core/bundle/schematic_names.h"
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/paths/disk/native_path.h"
 #include "host/core/text/text_view.h"
@@ -88,13 +89,21 @@ Result<PartPtr> SchematicFiles::setRoot(PackageData& package, const FilePath2& s
     auto root = part != nullptr ? Result<PartPtr>{part} : createPart(package, name, *file, *bytes);
     if (!root)
         return root;
+    Errors::Rollback takeBack{[&] {
+        if (part != nullptr)
+            return;
+        package.parts().remove(*root);
+        m_parts.erase(*file);
+    }};
     m_parts[*file] = *root;
-    m_root = *root;
-    m_rootDirectory = file->parent_path();
+    std::filesystem::path directory = file->parent_path();
     auto related =
-        package.relationships().replaceByType(Markup::packageSource, Layout::rootSchematicRelationship, m_root->name);
+        package.relationships().replaceByType(Markup::packageSource, Layout::rootSchematicRelationship, (*root)->name);
     if (!related)
         return related.error();
+    takeBack.dismiss();
+    m_root = *root;
+    m_rootDirectory.swap(directory);
     return m_root;
 }
 
@@ -109,8 +118,11 @@ Result<PartPtr> SchematicFiles::findOrAdd(PackageData& package, const FilePath2&
     if (!bytes)
         return bytes.error();
     auto part = createPart(package, schematicPartName(*file, m_rootDirectory), *file, *bytes);
-    if (part)
-        m_parts.emplace(*file, *part);
+    if (!part)
+        return part;
+    Errors::Rollback takeBack{[&] { package.parts().remove(*part); }};
+    m_parts.emplace(*file, *part);
+    takeBack.dismiss();
     return part;
 }
 

@@ -3,6 +3,7 @@
 #include "host/core/bundle/bundle_layout.h"
 #include "host/core/bundle/bundle_package.h"
 #include "host/core/bundle/numbered_parts.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/package_access.h"
 #include "host/core/text/memory_guard.h"
@@ -38,12 +39,13 @@ Result<PartPtr> createScript(PackageData& package, const OpcPackaging::Zip::Payl
         detail::createNumberedPart(package, std::string{Layout::scriptPartName}, Text::narrow(type.text()), bytes);
     if (!part)
         return part;
+    Errors::Rollback takeBack{[&] { package.parts().remove(*part); }};
     auto related = package.relationships().replaceByType(OpcPackaging::Markup::packageSource,
                                                          Layout::scriptRelationship, (*part)->name);
-    if (related)
-        return part;
-    package.parts().remove(*part);
-    return related.error();
+    if (!related)
+        return related.error();
+    takeBack.dismiss();
+    return part;
 }
 
 Result<PartPtr> writeScript(PackageData& package, std::string_view script)

@@ -1,6 +1,7 @@
 #include "host/core/opc/package_core.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
 
@@ -153,14 +154,14 @@ Result<> PackageCore::createPart(State& state)
                     : createPartOfFreeName();
     if (!part)
         return part.error();
+    Errors::Rollback takeBack{[&] { m_parts.remove(*part); }};
     if (!isRelated) {
         auto related = m_relationships.add(Markup::packageSource, Markup::corePropertiesRelationshipType, (*part)->name,
                                            OpcTargetMode::internal);
-        if (!related) {
-            m_parts.remove(*part);
+        if (!related)
             return related.error();
-        }
     }
+    takeBack.dismiss();
     state.part = *part;
     return {};
 }

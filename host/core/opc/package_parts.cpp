@@ -1,6 +1,7 @@
 #include "host/core/opc/package_parts.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/limits.h"
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
@@ -65,21 +66,27 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
 {
     if (auto loaded = load(); !loaded)
         return loaded.error();
+    auto part = std::make_shared<PartRecord>();
     if (auto reserved = reserveName(name); !reserved)
         return reserved.error();
+    Errors::Rollback forgetName{[&] { m_table->names.remove(name); }};
     const bool isFree = typing == Typing::byExtension &&
                         !m_table->otherExtensions.contains(Text::toAsciiLower(Markup::extensionOf(name)));
     using ExtensionUse = Markup::ContentTypes::ExtensionUse;
     auto typed = m_table->types.set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
-    if (!typed) {
-        m_table->names.remove(name);
+    if (!typed)
         return typed.error();
-    }
-    auto part = std::make_shared<PartRecord>();
+    Errors::Rollback forgetRest{[&] {
+        m_table->types.remove(name);
+        if (part->item != nullptr)
+            m_items.remove(part->item);
+    }};
     part->name = name;
     part->mediaType = mediaType;
     part->item = m_items.add(std::string{name.substr(1)});
     add(*m_table, part);
+    forgetRest.dismiss();
+    forgetName.dismiss();
     return part;
 }
 
@@ -225,8 +232,10 @@ void PackageParts::addOther(Table& table, std::string_view partName)
 
 void PackageParts::add(Table& table, PartPtr part)
 {
-    table.byKey.emplace(Markup::partNameKey(part->name), part);
+    const auto place = table.byKey.emplace(Markup::partNameKey(part->name), part).first;
+    Errors::Rollback forget{[&] { table.byKey.erase(place); }};
     table.parts.push_back(std::move(part));
+    forget.dismiss();
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

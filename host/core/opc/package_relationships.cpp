@@ -1,5 +1,6 @@
 #include "host/core/opc/package_relationships.h"
 
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/text/text_view.h"
 
@@ -54,6 +55,12 @@ Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::
     if (!set)
         return set.error();
     const bool isFirst = (*set)->part == nullptr;
+    std::string id;
+    Errors::Rollback takeBack{[&] {
+        (*set)->document.remove(id);
+        if (isFirst && (*set)->part != nullptr)
+            m_parts.remove(std::exchange((*set)->part, nullptr));
+    }};
     if (isFirst) {
         auto part = m_parts.create(Markup::relationshipsPartNameOf(source), Markup::relationshipsMediaType,
                                    PackageParts::Typing::byExtension);
@@ -62,11 +69,12 @@ Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::
         (*set)->part = *part;
     }
     auto added = (*set)->document.add(source, type, target, mode);
-    if (added)
-        return record(source, **added);
-    if (isFirst)
-        m_parts.remove(std::exchange((*set)->part, nullptr));
-    return added.error();
+    if (!added)
+        return added.error();
+    id = (*added)->id;
+    auto made = record(source, **added);
+    takeBack.dismiss();
+    return made;
 }
 
 Result<> PackageRelationships::remove(std::string_view source, std::string_view id)
@@ -90,10 +98,12 @@ Result<RelationshipPtr> PackageRelationships::replaceByType(std::string_view sou
     auto added = add(source, type, target, OpcTargetMode::internal);
     if (!added)
         return added;
+    Errors::Rollback takeBack{[&] { (void)remove(source, Text::narrow((*added)->id)); }};
     for (const RelationshipPtr& old : *present) {
         if (auto removed = remove(source, Text::narrow(old->id)); !removed)
             return removed.error();
     }
+    takeBack.dismiss();
     return added;
 }
 

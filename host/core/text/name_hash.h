@@ -13,9 +13,9 @@ namespace Kelvaris::System::Text {
 
 /// The hash of names that come out of files.
 ///
-/// It is keyed with a secret of this process (SipHash-1-3). The hash of the standard library has no secret: whoever packs
-/// a file can find any number of names that it sends to one place of a table, and a package of a few megabytes would
-/// keep its reader busy for hours.
+/// It is keyed with a secret of this process (SipHash-1-3). The hash of the standard library has no secret: whoever
+/// packs a file can find any number of names that it sends to one place of a table, and a package of a few megabytes
+/// would keep its reader busy for hours.
 struct KELVARIS_CORE_API NameHash
 {
     using is_transparent = void;

@@ -1,6 +1,7 @@
 #include "host/core/opc/markup/content_types.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/content_types_reader.h"
 #include "host/core/opc/markup/media_type_text.h"
 #include "host/core/opc/markup/opc_names.h"
@@ -113,7 +114,9 @@ bool ContentTypes::enterRead(Entries& entries, std::string_view name, const XmlE
 void ContentTypes::addNew(Entries& entries, std::string_view name, std::string_view type)
 {
     m_added.emplace(++m_lastOrder, elementText(m_prefix, &entries == &m_defaults, name, type));
+    Errors::Rollback takeBack{[this] { m_added.erase(m_lastOrder); }};
     entries.try_emplace(partNameKey(name), Entry{std::string{type}, {}, m_lastOrder});
+    takeBack.dismiss();
     m_isChanged = true;
 }
 

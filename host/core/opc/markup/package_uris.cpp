@@ -2,6 +2,7 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/markup/rule_error.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/io/opc_packaging/opc_package_part_uri.h"
 #include "kelvaris/system/io/opc_packaging/opc_package_uri.h"
@@ -72,9 +73,12 @@ OpcPackageUri::~OpcPackageUri() = default;
 
 Expected<String2, ErrorCode2> OpcPackageUri::toString() const
 {
-    if (m_fault.length() == 0)
-        return m_text;
-    return Errors::makeError(OpcError::invalidPartName, Markup::quoted(Text::narrow(m_text)), Text::narrow(m_fault));
+    return Text::withinMemory([this]() -> Expected<String2, ErrorCode2> {
+        if (m_fault.length() == 0)
+            return m_text;
+        return Errors::makeError(OpcError::invalidPartName, Markup::quoted(Text::narrow(m_text)),
+                                 Text::narrow(m_fault));
+    });
 }
 
 Expected<Url, ErrorCode2> OpcPackageUri::toUri() const

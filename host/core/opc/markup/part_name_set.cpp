@@ -1,5 +1,6 @@
 #include "host/core/opc/markup/part_name_set.h"
 
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/markup/rule_error.h"
 
@@ -31,8 +32,10 @@ Expected<void, ErrorCode2> PartNameSet::add(std::string_view name, std::string_v
         return derivedName(subject, name, ancestor);
     if (m_directories.contains(key))
         return derivedName(subject, std::string{name} + "/...", name);
-    enterDirectories(key);
-    m_keys.insert(std::move(key));
+    const auto place = m_keys.insert(std::move(key)).first;
+    Errors::Rollback forget{[&] { m_keys.erase(place); }};
+    enterDirectories(*place);
+    forget.dismiss();
     return {};
 }
 
@@ -62,13 +65,19 @@ std::string_view PartNameSet::ancestorOf(std::string_view key) const
 
 void PartNameSet::enterDirectories(std::string_view key)
 {
-    for (auto directory = directoryOf(key); !directory.empty(); directory = directoryOf(directory)) {
+    auto directory = directoryOf(key);
+    Errors::Rollback forget{[&] {
+        for (auto below = directoryOf(key); below.size() > directory.size(); below = directoryOf(below))
+            m_directories.erase(m_directories.find(below));
+    }};
+    for (; !directory.empty(); directory = directoryOf(directory)) {
         if (const auto known = m_directories.find(directory); known != m_directories.end()) {
             ++known->second;
-            return;
+            break;
         }
         m_directories.emplace(directory, 1);
     }
+    forget.dismiss();
 }
 
 void PartNameSet::leaveDirectories(std::string_view key)

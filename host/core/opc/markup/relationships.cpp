@@ -1,6 +1,7 @@
 #include "host/core/opc/markup/relationships.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/relationships_reader.h"
 #include "host/core/opc/markup/rule_error.h"
@@ -16,6 +17,11 @@ constexpr std::string_view newDocument =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"></Relationships>";
 constexpr std::size_t endTagLength = std::string_view{"</Relationships>"}.size();
+
+std::string idOf(std::size_t number)
+{
+    return "rId" + std::to_string(number);
+}
 
 void appendElement(std::string& text, const std::string& prefix, const Relationship& relationship)
 {
@@ -51,7 +57,7 @@ Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::by
 
 const Relationship* Relationships::find(std::string_view id) const
 {
-    const auto found = m_places.find(std::string{id});
+    const auto found = m_places.find(id);
     return found == m_places.end() ? nullptr : &m_relationships[found->second];
 }
 
@@ -69,8 +75,10 @@ Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view so
     // What is read is put up with; what is written is right.
     if (!diagnostic.empty())
         return Errors::makeError(OpcError::invalidRelationships, quoted(target), diagnostic);
-    relationship.id = nextId();
+    const std::size_t number = nextNumber();
+    relationship.id = idOf(number);
     enter(std::move(relationship));
+    m_firstFreeNumber = number + 1;
     m_isChanged = true;
     return &m_relationships.back();
 }
@@ -83,10 +91,10 @@ void Relationships::remove(std::string_view id)
     if (!found->range.isEmpty())
         m_erased.push_back(found->range);
     const auto place = static_cast<std::size_t>(found - m_relationships.data());
-    m_places.erase(std::string{id});
+    m_places.erase(m_places.find(id));
     m_relationships.erase(m_relationships.begin() + static_cast<std::ptrdiff_t>(place));
     for (std::size_t i = place; i < m_relationships.size(); ++i)
-        m_places[m_relationships[i].id] = i;
+        m_places.find(m_relationships[i].id)->second = i;
     m_firstFreeNumber = 1;
     m_isChanged = true;
 }
@@ -116,20 +124,22 @@ std::string Relationships::writtenAnew() const
     return std::string{newDocument}.insert(newDocument.size() - endTagLength, text);
 }
 
-std::string Relationships::nextId()
+std::size_t Relationships::nextNumber() const
 {
-    std::string id;
-    do
-        id = "rId" + std::to_string(m_firstFreeNumber++);
-    while (m_places.contains(id));
-    return id;
+    std::size_t number = m_firstFreeNumber;
+    while (m_places.contains(idOf(number)))
+        ++number;
+    return number;
 }
 
 bool Relationships::enter(Relationship relationship)
 {
-    if (!m_places.try_emplace(relationship.id, m_relationships.size()).second)
+    const auto [place, isNew] = m_places.try_emplace(relationship.id, m_relationships.size());
+    if (!isNew)
         return false;
+    Errors::Rollback forget{[this, place = place] { m_places.erase(place); }};
     m_relationships.push_back(std::move(relationship));
+    forget.dismiss();
     return true;
 }
 

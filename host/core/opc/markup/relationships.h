@@ -72,7 +72,7 @@ public:
 private:
     friend class RelationshipsReader;
 
-    std::string nextId();
+    std::size_t nextNumber() const;
     std::string writtenAnew() const;
 
     /// @return  false when its id is there

@@ -28,8 +28,9 @@ struct DecompressorDeleter
 
 libdeflate_decompressor* decompressor()
 {
-    thread_local const std::unique_ptr<libdeflate_decompressor, DecompressorDeleter> instance{
-        libdeflate_alloc_decompressor()};
+    thread_local std::unique_ptr<libdeflate_decompressor, DecompressorDeleter> instance;
+    if (!instance) // for the first time, or after a time without memory
+        instance.reset(libdeflate_alloc_decompressor());
     if (!instance)
         throw std::bad_alloc{};
     return instance.get();

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cerrno>
 #include <limits>
+#include <utility>
 
 namespace Kelvaris::System::Disk::Faults {
 
@@ -15,6 +16,8 @@ constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 std::atomic<std::uint64_t> s_calls{0};
 std::atomic<std::uint64_t> s_failing{never};
 std::atomic<int> s_error{0};
+std::atomic<std::uint64_t> s_interfering{never};
+std::function<void()> s_deed;
 
 } // namespace
 
@@ -28,6 +31,14 @@ void fail(std::uint64_t call, int error) noexcept
     s_calls = 0;
     s_error = error;
     s_failing = call;
+    s_interfering = never;
+}
+
+void interfere(std::uint64_t call, std::function<void()> deed)
+{
+    clear();
+    s_deed = std::move(deed);
+    s_interfering = call;
 }
 
 void clear() noexcept
@@ -37,7 +48,10 @@ void clear() noexcept
 
 bool strike() noexcept
 {
-    if (s_calls++ != s_failing)
+    const std::uint64_t call = s_calls++;
+    if (call == s_interfering)
+        s_deed();
+    if (call != s_failing)
         return false;
     errno = s_error;
     return true;

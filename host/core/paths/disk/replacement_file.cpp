@@ -27,6 +27,13 @@ std::string directoryOf(const std::string& path)
     return path.substr(0, path.rfind('/') + 1);
 }
 
+/// The new file stands. Should this fail, a power cut may bring the old one back, which is whole too.
+void flushDirectory(const char* directory) noexcept
+{
+    if (const FileHandle handle{SystemCalls::open(directory, O_RDONLY | O_DIRECTORY)})
+        (void)SystemCalls::flush(handle.get());
+}
+
 /// The path behind all links, whether something stands there or not.
 Expected<std::string, int> behindLinks(std::string path)
 {
@@ -184,21 +191,14 @@ Expected<void, ErrorCode2> ReplacementFile::commit()
         if (SystemCalls::setMode(m_handle.get(), m_replaced.mode) != 0)
             return failure();
     }
+    // ahead of the rename, behind which nothing may fail
+    const std::string directory = directoryOf(m_target);
     if (SystemCalls::flush(m_handle.get()) != 0 || SystemCalls::rename(m_temporary.c_str(), m_target.c_str()) != 0)
         return failure();
     m_temporary.clear();
     m_handle.reset();
-    flushDirectory();
+    flushDirectory(directory.empty() ? "." : directory.c_str());
     return {};
-}
-
-void ReplacementFile::flushDirectory() const noexcept
-{
-    // The new file stands. Should this fail, a power cut may bring the old one back, which is whole too.
-    const std::string directory = directoryOf(m_target);
-    const FileHandle handle{SystemCalls::open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY)};
-    if (handle)
-        (void)SystemCalls::flush(handle.get());
 }
 
 } // namespace Kelvaris::System::Disk

@@ -64,7 +64,6 @@ private:
     Expected<void, ErrorCode2> flush();
     Expected<void, ErrorCode2> writeThrough(std::span<const std::byte> bytes);
     Expected<void, ErrorCode2> appendByReading(const InputFile& source, std::uint64_t offset, std::uint64_t length);
-    void flushDirectory() const noexcept;
     ErrorCode2 failure() const;
 
     /// What is known of the file that stood there.
