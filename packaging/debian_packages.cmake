@@ -56,7 +56,7 @@ set(CPACK_COMPONENT_HOST_DEPENDS plugin libraries)
 set(CPACK_COMPONENT_PLUGIN_DEPENDS libraries)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS libraries)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qtbase5-dev (>= 5.15)")
-set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "hollerwick-doc, libqt5svg5")
+set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "hollerwick-doc, libqt5svg5, qttranslations5-l10n")
 
 # The loader's cache is dpkg's affair, by a trigger. CPack would write scripts that renew it a second time, for every package with a
 # library in it, unless it is told of others: these names have no files behind them, and the packages no scripts.

@@ -21,6 +21,7 @@ before=$(files_of_ours)
 [ -z "$before" ] || { echo "not a fresh machine: $before" >&2; exit 2; }
 
 echo "== install"
+apt-get update -qq
 DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$packages"/*.deb >install.log 2>&1 ||
     { cat install.log >&2; exit 1; }
 dpkg --verify "${names[@]}"

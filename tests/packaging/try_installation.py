@@ -50,7 +50,7 @@ def use(stage):
 def check_files(stage):
     found = names(stage)
     contract = {"include/" + name for name in names(TOP / "core") if name.endswith(".h")}
-    documents = {"share/doc/hollerwick/docs/" + name for name in names(TOP / "docs")}
+    documents = {"share/doc/hollerwick/docs/" + name for name in names(TOP / "docs") if not name.endswith(".py")}
     samples = {"share/hollerwick/samples/" + name for name in names(TOP / "samples")}
     wanted = contract | documents | samples | {
         "bin/hollerwick-host",
