@@ -15,6 +15,8 @@ namespace {
 
 /// Room for three columns of usual texts.
 constexpr QSize windowSize{960, 640};
+constexpr int titleWidth = 280;
+constexpr int descriptionWidth = 380;
 
 FilePath2 askForDirectory()
 {
@@ -33,6 +35,7 @@ void openPrototypeExamplesWidget(const std::optional<FilePath2>& directory)
     auto widget = std::make_unique<PrototypeExamplesWidget>();
     widget->proxyModel().setSourceModel(new PrototypeExamplesModel{path, widget.get()});
     widget->resize(windowSize);
+    widget->setColumnWidths(titleWidth, descriptionWidth);
     widget->setAttribute(Qt::WA_DeleteOnClose);
     widget.release()->show();
 }

@@ -25,14 +25,11 @@ void setCodeFont(QTextDocument& document)
     QTextCharFormat code;
     code.setFontFamily(fixedFont().family());
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
-            if (!piece.fragment().charFormat().fontFixedPitch())
-                continue;
-            QTextCursor cursor{&document};
-            cursor.setPosition(piece.fragment().position());
-            cursor.setPosition(piece.fragment().position() + piece.fragment().length(), QTextCursor::KeepAnchor);
-            cursor.mergeCharFormat(code);
-        }
+        if (!block.blockFormat().hasProperty(QTextFormat::BlockCodeFence))
+            continue;
+        QTextCursor cursor{block};
+        cursor.select(QTextCursor::BlockUnderCursor);
+        cursor.mergeCharFormat(code);
     }
 }
 

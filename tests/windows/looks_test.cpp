@@ -1,4 +1,6 @@
 #include "host/shell/colour_scheme.h"
+#include "host/shell/shell_icons.h"
+#include "host/shell/shell_resource.h"
 #include "tests/windows/all_windows.h"
 #include "tests/windows/faults.h"
 
@@ -70,6 +72,18 @@ TEST_P(Looks, NothingIsCutOffOrOverlapsAndEverythingCanBeRead)
         EXPECT_EQ(Faults::overlaps(window), Lines{});
         EXPECT_EQ(Faults::faintTexts(window), Lines{});
     });
+}
+
+TEST(LooksOfIcons, AreSharpAtTheScaleOfTheScreen)
+{
+    HostShell::loadShellResource();
+    for (const char* name : {"document-new", "document-open", "document-save", "edit-clear", "media-playback-start",
+                             "media-playback-stop", "dialog-error"}) {
+        const QIcon icon{QStringLiteral(":/hollerwick/host/icons/%1.svg").arg(QString::fromLatin1(name))};
+        const QPixmap picture = icon.pixmap(QSize{16, 16});
+        EXPECT_GE(picture.width(), qRound(16 * qApp->devicePixelRatio())) << name;
+        EXPECT_FALSE(HostShell::shellIcon(QString::fromLatin1(name)).isNull()) << name;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Looks,
