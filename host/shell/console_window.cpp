@@ -337,6 +337,7 @@ bool ConsoleWindow::mayCloseWhileRunning()
     QMessageBox box{QMessageBox::Question, tr("Script"), tr("The script does not stop. End the program at once?"),
                     QMessageBox::Cancel, this};
     const QAbstractButton* end = box.addButton(tr("&End the program"), QMessageBox::DestructiveRole);
+    connect(&m_script, &ScriptThread::ended, &box, &QDialog::reject);
     box.exec();
     if (box.clickedButton() == end)
         std::_Exit(EXIT_FAILURE);
