@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
+
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO;
 using OpcPackaging::detail::PackageData;
@@ -56,6 +58,14 @@ std::size_t filesBelow(const fs::path& directory)
     return files;
 }
 
+/// The rule of a standard, or the limit that is exceeded.
+bool namesARule(const std::string& message)
+{
+    static const std::regex rule{
+        R"(\bM[1-6]\.\d+|Annex C|ZIP application note|RFC 1951|XML|more than|too (deep|large|many))"};
+    return std::regex_search(message, rule);
+}
+
 /// A number of files, or the code that refuses to unpack behind a "!".
 std::string unpack(const CorpusCase& expected, const fs::path& target)
 {
@@ -77,6 +87,7 @@ TEST(BrokenPackages, AreRefusedOrOpenedAsTheirIndexTells)
         if (verdict) {
             EXPECT_NE(textOf(verdict).find(expected.name()), std::string::npos)
                 << "the refusal does not name the file: " << textOf(verdict);
+            EXPECT_TRUE(namesARule(textOf(verdict))) << expected.name() << ": " << textOf(verdict);
         }
     }
 }

@@ -35,7 +35,7 @@ Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int
     if (!archive)
         return archive.error();
     if (!hasContentTypes(**archive))
-        return Errors::makeError(OpcError::noContentTypes, name);
+        return Errors::makeError(OpcError::noContentTypes, name, "ISO/IEC 29500-2 M3.10");
     return PackagePtr{new PackageData{name, PackageItems{source, std::move(*archive)}, depth}};
 }
 

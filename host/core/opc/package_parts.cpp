@@ -192,7 +192,7 @@ Result<PackageParts::Table> PackageParts::readTable() const
 Result<Markup::ContentTypes> PackageParts::readContentTypes(const ItemPtr& item) const
 {
     if (item == nullptr)
-        return Errors::makeError(OpcError::noContentTypes, m_displayName);
+        return Errors::makeError(OpcError::noContentTypes, m_displayName, "ISO/IEC 29500-2 M3.10");
     const std::string subject = subjectOf(Markup::contentTypesItemName);
     auto bytes = m_items.read(*item, subject);
     if (!bytes)

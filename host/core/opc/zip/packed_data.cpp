@@ -63,11 +63,12 @@ Expected<void, ErrorCode2> inflateWhole(const PackedData& data, std::span<const 
     const auto result = libdeflate_deflate_decompress_ex(decompressor(), compressed.data(), compressed.size(),
                                                          target.data(), target.size(), &used, &made);
     if (result == LIBDEFLATE_BAD_DATA)
-        return damaged(data, "the compressed bytes are no deflate stream");
+        return damaged(data, "the compressed bytes are no deflate stream (RFC 1951)");
     if (result != LIBDEFLATE_SUCCESS || made != target.size())
-        return damaged(data, "the compressed bytes do not inflate to the size that is told");
+        return damaged(data,
+                       "the compressed bytes do not inflate to the size that is told (ZIP application note 4.4.9)");
     if (used != compressed.size())
-        return damaged(data, "bytes follow the end of the deflate stream");
+        return damaged(data, "bytes follow the end of the deflate stream (RFC 1951)");
     return {};
 }
 
@@ -109,7 +110,7 @@ public:
     Expected<void, ErrorCode2> feed(std::span<std::byte> piece)
     {
         if (isEnded())
-            return damaged(m_data, "bytes follow the end of the deflate stream");
+            return damaged(m_data, "bytes follow the end of the deflate stream (RFC 1951)");
         m_state->next_in = reinterpret_cast<std::uint8_t*>(piece.data());
         m_state->avail_in = static_cast<std::uint32_t>(piece.size());
         do {
@@ -117,14 +118,15 @@ public:
                 return stepped;
         } while (!isEnded() && (m_state->avail_in > 0 || m_state->avail_out == 0));
         if (isEnded() && unusedBytes() > 0)
-            return damaged(m_data, "bytes follow the end of the deflate stream");
+            return damaged(m_data, "bytes follow the end of the deflate stream (RFC 1951)");
         return {};
     }
 
     Expected<void, ErrorCode2> finish() const
     {
         if (!isEnded() || m_made != m_data.size)
-            return damaged(m_data, "the compressed bytes do not inflate to the size that is told");
+            return damaged(m_data,
+                           "the compressed bytes do not inflate to the size that is told (ZIP application note 4.4.9)");
         return checkCrc(m_data, m_crc);
     }
 
@@ -144,12 +146,13 @@ private:
         const std::uint32_t inputBefore = m_state->avail_in;
         const int result = isal_inflate(m_state.get());
         if (result != ISAL_DECOMP_OK && result != ISAL_END_INPUT && result != ISAL_OUT_OVERFLOW)
-            return damaged(m_data, "the compressed bytes are no deflate stream");
+            return damaged(m_data, "the compressed bytes are no deflate stream (RFC 1951)");
         const auto made = std::span<const std::byte>{m_output}.first(m_output.size() - m_state->avail_out);
         if (made.empty() && m_state->avail_in == inputBefore && inputBefore > 0 && !isEnded())
-            return damaged(m_data, "the compressed bytes are no deflate stream");
+            return damaged(m_data, "the compressed bytes are no deflate stream (RFC 1951)");
         if (made.size() > m_data.size - m_made)
-            return damaged(m_data, "the compressed bytes do not inflate to the size that is told");
+            return damaged(m_data,
+                           "the compressed bytes do not inflate to the size that is told (ZIP application note 4.4.9)");
         m_made += made.size();
         m_crc = libdeflate_crc32(m_crc, made.data(), made.size());
         return made.empty() ? Expected<void, ErrorCode2>{} : m_sink(made);
