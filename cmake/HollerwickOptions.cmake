@@ -42,3 +42,9 @@ find_program(HOLLERWICK_LLD ld.lld)
 if(HOLLERWICK_LLD)
     add_link_options(-fuse-ld=lld)
 endif()
+
+# What every test runs in.
+set(HOLLERWICK_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    LC_ALL=C.UTF-8
+    HOME=${CMAKE_BINARY_DIR}/home)

@@ -1,9 +1,6 @@
+#include "fuzz/fuzzing.h"
 #include "host/core/opc/zip/archive.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <span>
 #include <vector>
 
 using namespace Kelvaris::System;
@@ -26,8 +23,8 @@ void walk(const Zip::ByteSourcePtr& source, int depth)
             return Expected<void, ErrorCode2>{};
         });
         const auto read = (*archive)->read(i);
-        if (read.hasValue() != stream.hasValue() || (read && *read != streamed))
-            std::abort();
+        Fuzzing::require(read.hasValue() == stream.hasValue(), "reading and streaming have one verdict");
+        Fuzzing::require(!read || *read == streamed, "reading and streaming give the same bytes");
         if (const auto nested = (*archive)->openNested(i); nested && depth < maximumDepth)
             walk(*nested, depth + 1);
     }
@@ -37,7 +34,7 @@ void walk(const Zip::ByteSourcePtr& source, int depth)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const auto bytes = std::as_bytes(std::span{data, size});
+    const auto bytes = Fuzzing::bytesOf(data, size);
     walk(Zip::memorySource({bytes.begin(), bytes.end()}, "fuzz.zip"), 0);
     return 0;
 }
