@@ -117,7 +117,10 @@ void ConsoleWindow::runScript()
         return;
     m_runsEditor = true;
     m_editor->clearError();
-    run(m_editor->toPlainText(), m_path.isEmpty() ? QStringLiteral("script") : m_path);
+    const QString script = m_editor->toPlainText();
+    remember(script);
+    m_script.start(script, m_path.isEmpty() ? QStringLiteral("script") : m_path);
+    showRunning();
 }
 
 void ConsoleWindow::runLine(const QString& line)
@@ -129,13 +132,6 @@ void ConsoleWindow::runLine(const QString& line)
     m_outputFeed.add(QStringLiteral("> ") + line);
     remember(line);
     m_script.start(scriptOfLine(line), QStringLiteral("line"));
-    showRunning();
-}
-
-void ConsoleWindow::run(const QString& script, const QString& fileName)
-{
-    remember(script);
-    m_script.start(script, fileName);
     showRunning();
 }
 
@@ -182,12 +178,9 @@ void ConsoleWindow::showRunning()
     const bool running = m_script.isRunning();
     m_runAction->setEnabled(!running);
     m_stopAction->setEnabled(running);
-    m_line->setEnabled(!running);
     setProperty(busyMark, running);
     if (running)
         statusBar()->showMessage(tr("Running…"));
-    else if (!m_runsEditor && focusWidget() == nullptr)
-        m_line->setFocus();
 }
 
 void ConsoleWindow::openWindow(const WindowCall& call)
@@ -310,12 +303,7 @@ void ConsoleWindow::goToPane(int step)
                                 m_functions->findChild<QTextBrowser*>()};
     const int count = panes.size();
     const int here = panes.indexOf(focusWidget());
-    // the field for lines takes no focus while a script runs
-    for (int next = here + step, tried = 0; tried < count; next += step, ++tried) {
-        QWidget* pane = panes.at((next + count) % count);
-        if (pane->isEnabled())
-            return pane->setFocus(Qt::ShortcutFocusReason);
-    }
+    panes.at((here + step + count) % count)->setFocus(Qt::ShortcutFocusReason);
 }
 
 void ConsoleWindow::tellFailure(const QString& title, const QString& sentence)

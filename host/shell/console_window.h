@@ -66,7 +66,6 @@ private:
     void restoreState();
 
     void runLine(const QString& line);
-    void run(const QString& script, const QString& fileName);
     void endRun(const ScriptEnd& end);
     void stopScript();
     void showRunning();

@@ -220,6 +220,16 @@ TEST(CommandLineOfTheProgram, PrintsHelpAndVersionOnStandardOutput)
     EXPECT_THAT(runHost({"--version"}).output, StartsWith("hollerwick-host "));
 }
 
+TEST(CommandLineOfTheProgram, OpensTheConsoleWhenItIsStartedFromADesktop)
+{
+    auto environment = bareEnvironment();
+    // a display that is not there: the program tries to open a window on it
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":4711"));
+    const auto end = runHost({}, environment);
+    EXPECT_EQ(end.status, 2);
+    EXPECT_THAT(end.errors, StartsWith("hollerwick-host: cannot open windows on this display"));
+}
+
 TEST(CommandLineOfTheProgram, EndsWithTwoAndOneSentenceWhenItIsWrong)
 {
     EXPECT_EQ(runHost({}), (ProgramEnd{2, "",

@@ -71,6 +71,7 @@ TEST_P(Looks, NothingIsCutOffOrOverlapsAndEverythingCanBeRead)
         EXPECT_EQ(Faults::cutOffTexts(window), Lines{});
         EXPECT_EQ(Faults::overlaps(window), Lines{});
         EXPECT_EQ(Faults::faintTexts(window), Lines{});
+        EXPECT_EQ(Faults::sharedMnemonics(window), Lines{});
     });
 }
 

@@ -85,6 +85,7 @@ protected:
 
     void enter(const char* script)
     {
+        line().setFocus();
         QTest::keyClicks(&line(), QString::fromUtf8(script));
         untilEnded([this] { QTest::keyClick(&line(), Qt::Key_Return); });
     }
@@ -257,6 +258,7 @@ TEST_F(ConsoleWindowTest, RunsALineAndPrintsItsValue)
     enter("test_join('a', ['b', 'c'])");
     EXPECT_EQ(output(), "> test_join('a', ['b', 'c'])\na,b+c");
     EXPECT_EQ(line().text(), QString{});
+    EXPECT_TRUE(line().hasFocus());
     enter("missing()");
     EXPECT_THAT(output(), HasSubstr("ReferenceError: missing is not defined"));
 }

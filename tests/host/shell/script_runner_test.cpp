@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 using namespace HostShell;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -42,6 +44,29 @@ TEST_F(ScriptRunnerTest, GivesFunctionsTextsAndArraysOfTexts)
 {
     run("print(test_join('a', ['b', 'c'], [])[1])");
     EXPECT_THAT(printed(), ElementsAre("b+c"));
+}
+
+TEST_F(ScriptRunnerTest, IsStoppedFromAnotherThreadWhateverTheScriptCatches)
+{
+    std::thread other;
+    ScriptRunner runner{[&](const QString&) {
+        if (!other.joinable())
+            other = std::thread{[&] { runner.stop(); }};
+    }};
+    const ScriptEnd end =
+        runner.run(QStringLiteral("for (;;) { try { print('x') } catch (e) {} finally { continue } }"), {}, {});
+    other.join();
+    EXPECT_TRUE(end.stopped);
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.error, QString{});
+}
+
+TEST_F(ScriptRunnerTest, StopsTheNextScriptWhenNoneRunsAndOnlyThatOne)
+{
+    ScriptRunner runner{[](const QString&) {}};
+    runner.stop();
+    EXPECT_TRUE(runner.run(QStringLiteral("for (;;) ;"), {}, {}).stopped);
+    EXPECT_FALSE(runner.run(QStringLiteral("1"), {}, {}).stopped);
 }
 
 TEST_F(ScriptRunnerTest, GivesBackATrueArrayOfTexts)
