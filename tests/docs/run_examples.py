@@ -80,7 +80,7 @@ def make_checkout(checkout, program, scripts):
 exec "{program}" "$@"
 ''')
     write_program(checkout / "dev", f'''[ "$1" = run ] && shift && exec "{host}" "$@"
-"{TOP}/dev" help | grep -q "^./dev $1\\b"
+"{TOP}/dev" help | grep -q "^./dev $1\\b" && grep -q "^command_$1()" "{TOP}/dev"
 ''')
 
 
