@@ -47,7 +47,7 @@ bool CallCompletion::complete()
         return goToNextArgument();
     const QString begun = begunName();
     const QStringList names = namesFrom(begun);
-    if (names.isEmpty())
+    if (names.isEmpty() || (isCall() && names.contains(begun)))
         return goToNextArgument();
     if (names.size() == 1) {
         replaceBegunName(names.front());
@@ -101,6 +101,11 @@ QStringList CallCompletion::namesFrom(const QString& prefix) const
     return names;
 }
 
+bool CallCompletion::isCall() const
+{
+    return m_editor->document()->characterAt(m_editor->textCursor().position()) == QLatin1Char{'('};
+}
+
 QString CallCompletion::begunName() const
 {
     const QTextCursor cursor = m_editor->textCursor();
@@ -131,6 +136,11 @@ void CallCompletion::replaceBegunName(const QString& name)
 
 void CallCompletion::putCall(QTextCursor cursor, const FunctionHelp& function)
 {
+    if (m_editor->document()->characterAt(cursor.selectionEnd()) == QLatin1Char{'('}) {
+        // the call has its arguments already
+        cursor.insertText(function.name);
+        return;
+    }
     std::vector<std::pair<int, int>> places;
     cursor.beginEditBlock();
     cursor.insertText(function.name + QLatin1Char{'('});

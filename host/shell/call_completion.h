@@ -49,6 +49,7 @@ private:
     const FunctionHelp* find(const QString& name) const;
     QStringList namesFrom(const QString& prefix) const;
     QString begunName() const;
+    bool isCall() const;
     void replaceBegunName(const QString& name);
     void putCall(QTextCursor cursor, const FunctionHelp& function);
     void offer(const QStringList& names);

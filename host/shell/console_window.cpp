@@ -7,7 +7,6 @@
 #include "host/shell/script_editor.h"
 #include "host/shell/window_grabber.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>

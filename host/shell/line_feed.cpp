@@ -3,6 +3,7 @@
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace HostShell {

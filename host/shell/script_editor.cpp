@@ -10,7 +10,7 @@
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QToolTip>
 
-#include <functional>
+#include <algorithm>
 
 namespace HostShell {
 

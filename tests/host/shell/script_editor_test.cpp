@@ -99,6 +99,19 @@ TEST_F(ScriptEditorTest, NarrowsTheListWhileTypingGoesOn)
     EXPECT_EQ(text(), "test_fail()");
 }
 
+TEST_F(ScriptEditorTest, GivesACallThatHasItsParenthesesTheNameAlone)
+{
+    editor().setPlainText(QStringLiteral("test_j('a')"));
+    editor().moveCursor(QTextCursor::Start);
+    for (int i = 0; i < 6; ++i)
+        press(Qt::Key_Right);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(text(), "test_join('a')");
+    press(Qt::Key_Tab);
+    EXPECT_EQ(text(), "test_join('a')");
+    EXPECT_TRUE(behind().hasFocus());
+}
+
 TEST_F(ScriptEditorTest, LetsTabOutWhereThereIsNothingToComplete)
 {
     type("var x = 1; ");

@@ -5,7 +5,9 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <stdexcept>
+#include <thread>
 
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::Logging;
@@ -84,6 +86,21 @@ TEST(LogSink, WhatASinkThrowsIsDroppedAndTheNextLineComes)
     EXPECT_NO_THROW(logger().error("ui", "a"));
     EXPECT_NO_THROW(logger().error("ui", "b"));
     EXPECT_EQ(calls, 2);
+}
+
+TEST(LogSink, LinesComeFromAnyThreadWhileSinksComeAndGo)
+{
+    std::atomic<int> seen = 0;
+    const SinkForNow outermost{[&seen](const LogLine&) { ++seen; }};
+    constexpr int many = 1000;
+    std::thread other{[] {
+        for (int i = 0; i < many; ++i)
+            logger().diagnostic("qt/js", "a");
+    }};
+    for (int i = 0; i < many; ++i)
+        const SinkForNow inner{[&seen](const LogLine&) { ++seen; }};
+    other.join();
+    EXPECT_EQ(seen, many);
 }
 
 TEST(LogSink, ASinkMaySetAnother)
