@@ -2,6 +2,7 @@
 
 #include "host/core/bundle/bundle_layout.h"
 #include "host/core/bundle/bundle_package.h"
+#include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
@@ -34,7 +35,7 @@ Result<> requireExample(PackageData& barrel, const OpcPackaging::Zip::Payload& b
         example ? detail::requireKind(**example, detail::BundleKind::example) : Result<>{example.error()};
     if (required)
         return {};
-    return Errors::makeError(BundleError::notAnExample, {}, Text::narrow(required.error().message()));
+    return Errors::makeError(BundleError::notAnExample, {}, Errors::reasonFrom(required.error()));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/core/bundle/bundle_package.h"
 
 #include "host/core/bundle/bundle_layout.h"
+#include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/errors/rollback.h"
 #include "host/core/opc/markup/opc_names.h"
@@ -91,7 +92,7 @@ Result<std::optional<StoredProperties>> readProperties(PackageData& package)
         return Errors::makeError(BundleError::invalidProperties, package.displayName(), "there are several");
     auto part = package.findTarget(*relationships->front());
     if (!part)
-        return Errors::makeError(BundleError::invalidProperties, {}, Text::narrow(part.error().message()));
+        return Errors::makeError(BundleError::invalidProperties, {}, Errors::reasonFrom(part.error()));
     auto bytes = package.parts().read(**part);
     if (!bytes)
         return bytes.error();

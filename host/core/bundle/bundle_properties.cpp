@@ -1,6 +1,7 @@
 #include "host/core/bundle/bundle_properties.h"
 
 #include "host/core/bundle/bundle_layout.h"
+#include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/markup/text_edits.h"
 #include "host/core/opc/markup/xml_document.h"
@@ -58,7 +59,7 @@ Expected<Document, ErrorCode2> parse(std::span<const std::byte> bytes, std::stri
 {
     auto xml = Markup::parseXml(bytes, {});
     if (!xml)
-        return invalid(subject, Text::narrow(xml.error().message()));
+        return invalid(subject, Errors::reasonFrom(xml.error()));
     if (!xml->root().is(Layout::propertiesNamespace, "bundle"))
         return invalid(subject, "the document is of another schema");
     Document document{std::make_unique<Markup::XmlDocument>(std::move(*xml)), std::nullopt, std::nullopt};

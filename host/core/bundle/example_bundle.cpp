@@ -2,6 +2,7 @@
 
 #include "host/core/bundle/bundle_layout.h"
 #include "host/core/bundle/bundle_package.h"
+#include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/package_access.h"
@@ -146,7 +147,7 @@ Expected<OpcPackageRelationship, ErrorCode2> ExampleBundle::primaryFileRelations
             return Errors::makeError(BundleError::noPrimaryFile, data.displayName(),
                                      relationships->empty() ? "" : "there are several");
         if (auto part = data.findTarget(*relationships->front()); !part)
-            return Errors::makeError(BundleError::noPrimaryFile, {}, Text::narrow(part.error().message()));
+            return Errors::makeError(BundleError::noPrimaryFile, {}, Errors::reasonFrom(part.error()));
         return PackageAccess::relationship(relationships->front());
     });
 }

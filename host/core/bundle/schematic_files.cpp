@@ -47,7 +47,7 @@ Result<std::filesystem::path> canonicalPath(const FilePath2& file)
     std::error_code error;
     std::filesystem::path path = std::filesystem::canonical(*native, error);
     if (error)
-        return Errors::systemError(error.value(), Disk::displayedPath(file));
+        return Errors::systemError(error.value(), Disk::displayedPath(file), "cannot be found");
     return path;
 }
 

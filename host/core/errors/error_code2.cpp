@@ -1,5 +1,6 @@
 #include "kelvaris/system/error_code2.h"
 
+#include "host/core/errors/error_words.h"
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/string2.h"
 
@@ -28,15 +29,15 @@ ErrorCode2::~ErrorCode2() = default;
 
 String2 ErrorCode2::message() const
 {
-    String2 sentence = m_category->message(m_value);
-    if (!m_context)
-        return sentence;
-    std::u8string text;
-    if (m_context->subject.length() > 0)
-        text.append(Text::view(m_context->subject)).append(u8": ");
-    text.append(Text::view(sentence));
-    if (m_context->reason.length() > 0)
-        text.append(u8": ").append(Text::view(m_context->reason));
+    const String2 sentence = m_category->message(m_value);
+    std::string text;
+    if (m_context && m_context->subject.length() > 0)
+        text.append(Text::narrow(m_context->subject)).append(": ");
+    text += Text::narrow(sentence);
+    if (m_context && m_context->reason.length() > 0)
+        text.append(": ").append(Text::narrow(m_context->reason));
+    if (const std::string advice = Errors::adviceOn(*this); !advice.empty())
+        text.append("; ").append(advice);
     return Text::toString2(text);
 }
 

@@ -29,9 +29,9 @@ ErrorCode2 makeError(IO::Bundle::BundleError value, std::string_view subject, st
     return makeCode(value, IO::Bundle::bundle_error_category(), subject, reason);
 }
 
-ErrorCode2 systemError(int number, std::string_view subject)
+ErrorCode2 systemError(int number, std::string_view subject, std::string_view deed)
 {
-    return makeCode(number, system_error_category(), subject, {});
+    return makeCode(number, system_error_category(), std::string{subject}.append(": ").append(deed), {});
 }
 
 } // namespace Kelvaris::System::Errors

@@ -19,6 +19,7 @@ KELVARIS_CORE_API ErrorCode2 makeError(IO::Bundle::BundleError value, std::strin
                                        std::string_view reason = {});
 
 /// @param number  a value of `errno`
-KELVARIS_CORE_API ErrorCode2 systemError(int number, std::string_view subject);
+/// @param deed    what could not be done with the subject: "cannot be opened"
+KELVARIS_CORE_API ErrorCode2 systemError(int number, std::string_view subject, std::string_view deed);
 
 } // namespace Kelvaris::System::Errors

@@ -20,4 +20,10 @@ String2 TableCategory::message(int value) const
     return Text::toString2("unknown " + std::string{m_name} + " error " + std::to_string(value));
 }
 
+std::u8string_view TableCategory::advice(int value) const noexcept
+{
+    const auto found = std::ranges::find(m_sentences, value, &Sentence::value);
+    return found == m_sentences.end() ? std::u8string_view{} : found->advice;
+}
+
 } // namespace Kelvaris::System::Errors

@@ -46,7 +46,7 @@ Expected<DirectoryWalker, ErrorCode2> DirectoryWalker::open(std::string root, st
     DirectoryWalker walker{std::move(root), std::move(displayName)};
     walker.m_root = FileHandle{SystemCalls::open(walker.m_rootPath.c_str(), directoryFlags)};
     if (!walker.m_root && (errno != ENOENT || walker.m_rootPath.empty()))
-        return Errors::systemError(errno, walker.m_displayName);
+        return Errors::systemError(errno, walker.m_displayName, "cannot be opened");
     walker.m_isThere = static_cast<bool>(walker.m_root);
     return walker;
 }
@@ -78,7 +78,7 @@ ErrorCode2 DirectoryWalker::blocked(int error, int directory, Names names) const
     if (error == ENAMETOOLONG || error == EILSEQ || error == EINVAL)
         return Errors::makeError(OpcError::unsafeDestination, describe(names));
     if ((error != ENOTDIR && error != ELOOP) || SystemCalls::statusAt(directory, names.back().c_str(), status) != 0)
-        return Errors::systemError(error, describe(names));
+        return Errors::systemError(error, describe(names), "cannot be made");
     if (S_ISLNK(status.st_mode))
         return Errors::makeError(OpcError::unsafeDestination, describe(names),
                                  "a link stands where a directory is needed");
@@ -158,7 +158,7 @@ Expected<void, ErrorCode2> DirectoryWalker::makeRoot()
         if (SystemCalls::statusAt(AT_FDCWD, above.c_str(), status) == 0)
             break;
         if (errno != ENOENT)
-            return Errors::systemError(errno, m_displayName);
+            return Errors::systemError(errno, m_displayName, "cannot be made");
         missing.push_back(above);
     }
     for (; !missing.empty(); missing.pop_back()) {
@@ -167,11 +167,11 @@ Expected<void, ErrorCode2> DirectoryWalker::makeRoot()
         if (error != 0)
             m_madeAbove.pop_back();
         if (error != 0 && error != EEXIST)
-            return Errors::systemError(error, m_displayName);
+            return Errors::systemError(error, m_displayName, "cannot be made");
     }
     m_root = FileHandle{SystemCalls::open(m_rootPath.c_str(), directoryFlags)};
     if (!m_root)
-        return Errors::systemError(errno, m_displayName);
+        return Errors::systemError(errno, m_displayName, "cannot be opened");
     m_isThere = m_place.empty();
     return {};
 }

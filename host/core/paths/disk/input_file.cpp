@@ -29,7 +29,7 @@ Expected<InputFile, ErrorCode2> InputFile::open(const FilePath2& path)
     {
     };
     if (!handle || SystemCalls::status(handle.get(), status) != 0)
-        return Errors::systemError(errno, name);
+        return Errors::systemError(errno, name, "cannot be opened");
     if (!S_ISREG(status.st_mode))
         return Errors::makeError(CoreError::notARegularFile, name);
     return InputFile{std::move(handle), static_cast<std::uint64_t>(status.st_size), std::move(name)};
@@ -41,7 +41,7 @@ Expected<std::size_t, ErrorCode2> InputFile::readUpTo(std::uint64_t offset, std:
     while (done < target.size()) {
         const ssize_t count = SystemCalls::readAt(m_handle.get(), target.subspan(done), offset + done);
         if (count < 0)
-            return Errors::systemError(errno, m_displayName);
+            return Errors::systemError(errno, m_displayName, "cannot be read");
         if (count == 0)
             break;
         done += static_cast<std::size_t>(count);

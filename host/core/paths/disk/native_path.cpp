@@ -23,7 +23,7 @@ Expected<std::string, ErrorCode2> nativePath(const FilePath2& path)
 try {
     std::string native = Text::toUtf8(path.c_str());
     if (holdsNul(path))
-        return Errors::systemError(EINVAL, Text::displayed(native));
+        return Errors::systemError(EINVAL, Text::displayed(native), "cannot be the name of a file");
     return native;
 } catch (const SystemError&) {
     return Errors::makeError(CoreError::invalidText, displayedPath(path));

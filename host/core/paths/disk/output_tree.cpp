@@ -21,6 +21,8 @@ using IO::OpcPackaging::OpcError;
 
 namespace {
 
+constexpr std::string_view notWritten = "cannot be written";
+
 bool isSafeName(const std::string& name)
 {
     return !name.empty() && name != "." && name != ".." && name.size() <= NAME_MAX &&
@@ -40,7 +42,7 @@ ErrorCode2 notMade(int error, const std::string& subject)
     // what file systems say of a name that they cannot hold
     if (error == ENAMETOOLONG || error == EILSEQ || error == EINVAL)
         return Errors::makeError(OpcError::unsafeDestination, subject);
-    return Errors::systemError(error, subject);
+    return Errors::systemError(error, subject, notWritten);
 }
 
 Expected<void, ErrorCode2> writeAll(const FileHandle& file, std::uint64_t& position, std::span<const std::byte> bytes,
@@ -49,7 +51,7 @@ Expected<void, ErrorCode2> writeAll(const FileHandle& file, std::uint64_t& posit
     while (!bytes.empty()) {
         const ssize_t count = SystemCalls::writeAt(file.get(), bytes, position);
         if (count < 0)
-            return Errors::systemError(errno, subject);
+            return Errors::systemError(errno, subject, notWritten);
         position += static_cast<std::uint64_t>(count);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }

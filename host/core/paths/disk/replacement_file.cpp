@@ -15,6 +15,7 @@ namespace Kelvaris::System::Disk {
 
 namespace {
 
+constexpr std::string_view notWritten = "cannot be written";
 constexpr std::size_t bufferSize = 256 * 1024;
 constexpr std::size_t copyChunk = 1024 * 1024;
 
@@ -73,7 +74,7 @@ ReplacementFile::~ReplacementFile()
 
 ErrorCode2 ReplacementFile::failure() const
 {
-    return Errors::systemError(errno, m_displayName);
+    return Errors::systemError(errno, m_displayName, notWritten);
 }
 
 Expected<ReplacementFile, ErrorCode2> ReplacementFile::create(const FilePath2& target)
@@ -84,7 +85,7 @@ Expected<ReplacementFile, ErrorCode2> ReplacementFile::create(const FilePath2& t
     std::string name = displayedPath(target);
     auto resolved = behindLinks(*std::move(native));
     if (!resolved)
-        return Errors::systemError(resolved.error(), name);
+        return Errors::systemError(resolved.error(), name, notWritten);
     if (resolved->empty() || resolved->ends_with('/'))
         return Errors::makeError(CoreError::noFileName, name);
     ReplacementFile file{*std::move(resolved), std::move(name)};
@@ -111,7 +112,7 @@ Expected<void, ErrorCode2> ReplacementFile::open()
     // until it is whole, nobody else reads what may replace a private file
     auto saving = openSavingFile(m_target, m_replaced.exists ? 0600 : 0666);
     if (!saving)
-        return Errors::systemError(saving.error(), m_displayName);
+        return Errors::systemError(saving.error(), m_displayName, notWritten);
     m_handle = std::move(saving->handle);
     m_temporary = std::move(saving->path);
     m_buffer.reserve(bufferSize);

@@ -13,6 +13,8 @@ namespace Kelvaris::System::Disk {
 
 namespace {
 
+constexpr std::string_view notWritten = "no temporary file can be written there";
+
 FileHandle openUnnamed(const std::string& directory)
 {
     FileHandle handle{SystemCalls::open(directory.c_str(), O_TMPFILE | O_RDWR | O_EXCL, 0600)};
@@ -44,7 +46,7 @@ Expected<ScratchFile, ErrorCode2> ScratchFile::create()
     const std::string directory = temporaryDirectory();
     FileHandle handle = openUnnamed(directory);
     if (!handle)
-        return Errors::systemError(errno, Text::displayed(directory));
+        return Errors::systemError(errno, Text::displayed(directory), notWritten);
     return ScratchFile{std::move(handle), Text::displayed(directory)};
 }
 
@@ -55,7 +57,7 @@ Expected<std::uint64_t, ErrorCode2> ScratchFile::append(std::span<const std::byt
     while (!bytes.empty()) {
         const ssize_t count = SystemCalls::writeAt(m_handle.get(), bytes, end);
         if (count < 0)
-            return Errors::systemError(errno, m_directory);
+            return Errors::systemError(errno, m_directory, notWritten);
         end += static_cast<std::uint64_t>(count);
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
@@ -68,7 +70,7 @@ Expected<void, ErrorCode2> ScratchFile::readAt(std::uint64_t offset, std::span<s
     while (!target.empty()) {
         const ssize_t count = SystemCalls::readAt(m_handle.get(), target, offset);
         if (count < 0)
-            return Errors::systemError(errno, m_directory);
+            return Errors::systemError(errno, m_directory, "a temporary file there cannot be read");
         if (count == 0)
             return Errors::makeError(CoreError::fileTruncated, m_directory);
         offset += static_cast<std::uint64_t>(count);

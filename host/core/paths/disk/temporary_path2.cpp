@@ -40,7 +40,8 @@ Expected<TemporaryPath2, ErrorCode2> TemporaryPath2::createTemporaryDirectory()
     if (!Text::isValidUtf8(pattern))
         return Errors::makeError(CoreError::invalidText, Text::displayed(pattern));
     if (Disk::SystemCalls::makeTemporaryDirectory(pattern.data()) != 0)
-        return Errors::systemError(errno, Text::displayed(Disk::temporaryDirectory()));
+        return Errors::systemError(errno, Text::displayed(Disk::temporaryDirectory()),
+                                   "no directory can be made there");
     return TemporaryPath2{FilePath2{Text::toString2(pattern)}};
 }
 
