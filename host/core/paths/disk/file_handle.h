@@ -1,11 +1,13 @@
 #pragma once
 
+#include "kelvaris/export.h"
+
 #include <utility>
 
 namespace Kelvaris::System::Disk {
 
 /// Owns an open file of the system.
-class FileHandle
+class KELVARIS_CORE_API FileHandle
 {
 public:
     FileHandle() = default;

@@ -1,6 +1,7 @@
 #include "host/core/paths/disk/system_calls.h"
 
 #include "host/core/paths/disk/faults.h"
+#include "host/core/paths/disk/work.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -21,6 +22,10 @@ auto calling(Call call) noexcept -> decltype(call())
 {
     if (Faults::strike())
         return -1;
+    if (Work::isCancelled()) {
+        errno = ECANCELED;
+        return -1;
+    }
     for (;;) {
         const auto result = call();
         if (result != -1 || errno != EINTR)
@@ -60,13 +65,19 @@ int openAt(int directory, const char* name, int flags, mode_t mode) noexcept
 
 ssize_t readAt(int file, std::span<std::byte> target, std::uint64_t offset) noexcept
 {
-    return calling([&] { return ::pread(file, target.data(), target.size(), static_cast<off_t>(offset)); });
+    const ssize_t count =
+        calling([&] { return ::pread(file, target.data(), target.size(), static_cast<off_t>(offset)); });
+    Work::noteRead(count);
+    return count;
 }
 
 ssize_t writeAt(int file, std::span<const std::byte> bytes, std::uint64_t offset) noexcept
 {
     ignoreFileSizeSignalOnce();
-    return calling([&] { return ::pwrite(file, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+    const ssize_t count =
+        calling([&] { return ::pwrite(file, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+    Work::noteWritten(count);
+    return count;
 }
 
 ssize_t copyRange(int source, std::uint64_t sourceOffset, int target, std::uint64_t targetOffset,
@@ -75,7 +86,10 @@ ssize_t copyRange(int source, std::uint64_t sourceOffset, int target, std::uint6
     ignoreFileSizeSignalOnce();
     auto from = static_cast<off_t>(sourceOffset);
     auto to = static_cast<off_t>(targetOffset);
-    return calling([&] { return ::copy_file_range(source, &from, target, &to, length, 0); });
+    const ssize_t count = calling([&] { return ::copy_file_range(source, &from, target, &to, length, 0); });
+    Work::noteRead(count);
+    Work::noteWritten(count);
+    return count;
 }
 
 int status(int file, struct stat& result) noexcept
