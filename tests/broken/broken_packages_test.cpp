@@ -1,3 +1,4 @@
+#include "host/core/bundle/bundle_inspection.h"
 #include "host/core/opc/package_verifier.h"
 #include "kelvaris/system/io/bundle/barrel_of_examples_bundle.h"
 #include "kelvaris/system/io/bundle/content_bundle.h"
@@ -76,7 +77,39 @@ std::string unpack(const CorpusCase& expected, const fs::path& target)
     return unpacked ? std::to_string(filesBelow(target)) : '!' + word(unpacked.error());
 }
 
+std::vector<ErrorCode2> checkedFaults(const fs::path& path)
+{
+    const auto report = Bundle::checkBundle(toFilePath2(path));
+    return report ? report->faults : std::vector<ErrorCode2>{report.error()};
+}
+
+/// Whether it is of bundles: the package around it may open all the same.
+bool isOfTheFormat(const ErrorCode2& fault)
+{
+    using OpcPackaging::OpcError;
+    if (&fault.category() == &Bundle::bundle_error_category())
+        return true;
+    return fault == code(OpcError::noSuchPart) || fault == code(OpcError::targetIsExternal) ||
+           fault == code(OpcError::unsafeDestination) || fault == code(OpcError::destinationClash);
+}
+
 } // namespace
+
+TEST(BrokenPackages, AreFoundBrokenByACheckIfTheyAreRefusedAndForTheSameReason)
+{
+    for (const CorpusCase& expected : readCorpusIndex()) {
+        const PackageVerdict verdict = verdictOnFile(expected.path);
+        const std::vector<ErrorCode2> faults = checkedFaults(expected.path);
+        const bool isFound = std::ranges::any_of(
+            faults, [&](const ErrorCode2& fault) { return textOf(fault) == textOf(verdict); });
+        if (verdict) {
+            EXPECT_TRUE(isFound) << expected.name() << " is refused, and the check does not say: " << textOf(verdict);
+            continue;
+        }
+        for (const ErrorCode2& fault : faults)
+            EXPECT_TRUE(isOfTheFormat(fault)) << expected.name() << " opens, and the check says: " << textOf(fault);
+    }
+}
 
 TEST(BrokenPackages, AreRefusedOrOpenedAsTheirIndexTells)
 {

@@ -31,6 +31,12 @@ std::string_view kindName(BundleKind kind) noexcept
     return std::ranges::find(kinds, kind, &Kind::kind)->name;
 }
 
+std::optional<BundleKind> kindNamed(std::string_view kindName) noexcept
+{
+    const auto known = std::ranges::find(kinds, kindName, &Kind::name);
+    return known == std::end(kinds) ? std::nullopt : std::optional{known->kind};
+}
+
 std::string describedKind(std::string_view kindName)
 {
     const auto known = std::ranges::find(kinds, kindName, &Kind::name);

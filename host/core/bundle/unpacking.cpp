@@ -1,10 +1,10 @@
 #include "host/core/bundle/unpacking.h"
 
 #include "host/core/bundle/bundle_layout.h"
+#include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/paths/disk/native_path.h"
-#include "host/core/paths/disk/output_tree.h"
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/url.h"
 
@@ -52,46 +52,45 @@ Disk::OutputTree::Destination splitAtSlashes(std::string_view path)
     return names;
 }
 
+} // namespace
+
 /// Where a part goes: a part name has no encoded "/", so that every name of the path is one segment of it.
 Result<Disk::OutputTree::Destination> destinationOf(const PartRecord& part, const std::string& subject)
 {
     const Url url{Text::toString2(std::string_view{part.name})};
     auto path = url.toLocalFile(UrlLocalFileOptions::relativePath).andThen(Disk::nativePath);
     if (!path)
-        return Errors::makeError(OpcError::unsafeDestination, subject, Text::narrow(path.error().message()));
+        return Errors::makeError(OpcError::unsafeDestination, subject, Errors::reasonFrom(path.error()));
     return splitAtSlashes(*path);
 }
 
-Result<std::vector<Disk::OutputTree::Destination>> destinationsOf(PackageData& package,
-                                                                  const std::vector<PartPtr>& parts)
-{
-    std::vector<Disk::OutputTree::Destination> destinations;
-    destinations.reserve(parts.size());
-    for (const PartPtr& part : parts) {
-        auto destination = destinationOf(*part, package.parts().subjectOf(part->name));
-        if (!destination)
-            return destination.error();
-        destinations.push_back(std::move(*destination));
-    }
-    return destinations;
-}
-
-} // namespace
-
-Result<> unpackContent(PackageData& package, const FilePath2& directory)
+Result<UnpackPlan> planUnpacking(PackageData& package)
 {
     auto parts = contentParts(package);
     if (!parts)
         return parts.error();
-    auto destinations = destinationsOf(package, *parts);
-    if (!destinations)
-        return destinations.error();
-    auto tree = Disk::OutputTree::plan(directory, std::move(*destinations));
+    UnpackPlan plan{std::move(*parts), {}};
+    plan.destinations.reserve(plan.parts.size());
+    for (const PartPtr& part : plan.parts) {
+        auto destination = destinationOf(*part, package.parts().subjectOf(part->name));
+        if (!destination)
+            return destination.error();
+        plan.destinations.push_back(std::move(*destination));
+    }
+    return plan;
+}
+
+Result<> unpackContent(PackageData& package, const FilePath2& directory)
+{
+    auto plan = planUnpacking(package);
+    if (!plan)
+        return plan.error();
+    auto tree = Disk::OutputTree::plan(directory, std::move(plan->destinations));
     if (!tree)
         return tree.error();
-    for (std::size_t index = 0; index < parts->size(); ++index) {
+    for (std::size_t index = 0; index < plan->parts.size(); ++index) {
         auto written = tree->write(
-            index, [&](const Disk::ByteSink& sink) { return package.parts().stream(*(*parts)[index], sink); });
+            index, [&](const Disk::ByteSink& sink) { return package.parts().stream(*plan->parts[index], sink); });
         if (!written)
             return written;
     }

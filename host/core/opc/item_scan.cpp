@@ -55,7 +55,7 @@ bool isComplete(const std::vector<Piece>& sorted)
 class ItemScanner
 {
 public:
-    explicit ItemScanner(const Zip::Archive& archive) : m_archive{archive}
+    ItemScanner(const Zip::Archive& archive, FaultLog* faults) : m_archive{archive}, m_faults{faults}
     {
         m_groups.reserve(archive.entries().size());
         m_places.reserve(archive.entries().size());
@@ -88,8 +88,9 @@ private:
         }
         Group& group = groupOf(record.name, record);
         if (group.whole)
-            return Errors::makeError(OpcError::partExists, m_archive.describe(entry),
-                                     "an item of that name stands in the file already (M2.14, M3.3)");
+            return passOver(m_faults,
+                            Errors::makeError(OpcError::partExists, m_archive.describe(entry),
+                                              "an item of that name stands in the file already (M2.14, M3.3)"));
         group.whole = entry;
         return {};
     }
@@ -106,8 +107,9 @@ private:
     Result<> add(Group& group)
     {
         if (group.whole && !group.pieces.empty())
-            return Errors::makeError(OpcError::invalidPieces, m_archive.describe(group.pieces.front().entry),
-                                     "an item and pieces have one name (M2.11)");
+            return passOver(m_faults, Errors::makeError(OpcError::invalidPieces,
+                                                        m_archive.describe(group.pieces.front().entry),
+                                                        "an item and pieces have one name (M2.11)"));
         if (group.whole)
             addItem(group, {*group.whole});
         else
@@ -120,8 +122,9 @@ private:
         std::ranges::stable_sort(group.pieces, {}, &Piece::number);
         const auto twin = std::ranges::adjacent_find(group.pieces, {}, &Piece::number);
         if (twin != group.pieces.end())
-            return Errors::makeError(OpcError::invalidPieces, m_archive.describe(std::next(twin)->entry),
-                                     "two pieces of one item have one number (M2.15)");
+            return passOver(m_faults,
+                            Errors::makeError(OpcError::invalidPieces, m_archive.describe(std::next(twin)->entry),
+                                              "two pieces of one item have one number (M2.15)"));
         if (!isComplete(group.pieces)) {
             leaveAlone(group.itemName, "pieces are missing, so that it is no part (M2.18)");
             if (group.partName.isValid())
@@ -153,6 +156,7 @@ private:
     }
 
     const Zip::Archive& m_archive;
+    FaultLog* m_faults;
     std::vector<Group> m_groups;
     Text::NameMap<std::size_t> m_places;
     ItemScan m_scan;
@@ -160,9 +164,9 @@ private:
 
 } // namespace
 
-Result<ItemScan> scanItems(const Zip::Archive& archive)
+Result<ItemScan> scanItems(const Zip::Archive& archive, FaultLog* faults)
 {
-    return ItemScanner{archive}.scan();
+    return ItemScanner{archive, faults}.scan();
 }
 
 bool hasContentTypes(const Zip::Archive& archive)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/package_items.h"
 #include "host/core/opc/result.h"
 #include "host/core/opc/zip/archive.h"
@@ -27,7 +28,8 @@ struct ItemScan
 
 /// @return  opc 4   two items of equivalent names (M2.14, M3.3)
 ///          opc 27  pieces and an item of one name, or two pieces of one number
-Result<ItemScan> scanItems(const Zip::Archive& archive);
+/// @param faults  where they go instead; the item is left out then
+Result<ItemScan> scanItems(const Zip::Archive& archive, FaultLog* faults = nullptr);
 
 /// Whether there is a content-types stream, whole or in pieces: what tells a package from any other archive.
 bool hasContentTypes(const Zip::Archive& archive);

@@ -120,7 +120,7 @@ Result<PackageCore::State> PackageCore::readPart(const PartPtr& part) const
     auto bytes = m_parts.read(*part);
     if (!bytes)
         return bytes.error();
-    auto document = Markup::CoreProperties::parse(*bytes, subject);
+    auto document = Markup::CoreProperties::parse(*bytes, subject, m_parts.faults());
     if (!document)
         return document.error();
     return State{std::move(*document), part, {}};

@@ -8,8 +8,8 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 PackageData::PackageData() = default;
 
-PackageData::PackageData(std::string displayName, PackageItems items, int depth)
-    : m_parts{std::move(displayName), std::move(items)}, m_depth{depth}
+PackageData::PackageData(std::string displayName, PackageItems items, int depth, FaultLog* faults)
+    : m_parts{std::move(displayName), std::move(items), faults}, m_depth{depth}
 {
 }
 
@@ -18,25 +18,25 @@ PackagePtr PackageData::create()
     return PackagePtr{new PackageData};
 }
 
-Result<PackagePtr> PackageData::openFile(const FilePath2& path)
+Result<PackagePtr> PackageData::openFile(const FilePath2& path, FaultLog* faults)
 {
     auto source = Zip::openFileSource(path);
     if (!source)
         return source.error();
-    return openSource(*source, 0);
+    return openSource(*source, 0, faults);
 }
 
-Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int depth)
+Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int depth, FaultLog* faults)
 {
     const std::string& name = source->displayName();
     if (depth >= Limits::packageDepth)
         return Errors::makeError(OpcError::limitExceeded, name, "packages lie too deep in packages");
-    auto archive = Zip::Archive::open(source);
+    auto archive = Zip::Archive::open(source, faults);
     if (!archive)
         return archive.error();
     if (!hasContentTypes(**archive))
         return Errors::makeError(OpcError::noContentTypes, name, "ISO/IEC 29500-2 M3.10");
-    return PackagePtr{new PackageData{name, PackageItems{source, std::move(*archive)}, depth}};
+    return PackagePtr{new PackageData{name, PackageItems{source, std::move(*archive)}, depth, faults}};
 }
 
 Result<PartPtr> PackageData::findPart(std::string_view name)
@@ -77,7 +77,7 @@ Result<PackagePtr> PackageData::openNested(const PartRecord& part)
     auto source = m_parts.openNested(part);
     if (!source)
         return source.error();
-    return openSource(*source, m_depth + 1);
+    return openSource(*source, m_depth + 1, m_parts.faults());
 }
 
 Result<> PackageData::write(const FilePath2& path) const

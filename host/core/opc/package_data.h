@@ -23,13 +23,15 @@ public:
     /// A new package without parts.
     static std::shared_ptr<PackageData> create();
 
+    /// @param faults  for a check: where broken rules go that can be passed over; outlives the package
     /// @return  as `Disk::InputFile::open`, or as `openSource`
-    static Result<std::shared_ptr<PackageData>> openFile(const FilePath2& path);
+    static Result<std::shared_ptr<PackageData>> openFile(const FilePath2& path, FaultLog* faults = nullptr);
 
     /// @param depth  in how many packages this one lies
     /// @return  as `Zip::Archive::open`; opc 12 when there is no content-types stream, opc 23 when packages lie too
     ///          deep in packages
-    static Result<std::shared_ptr<PackageData>> openSource(const Zip::ByteSourcePtr& source, int depth);
+    static Result<std::shared_ptr<PackageData>> openSource(const Zip::ByteSourcePtr& source, int depth,
+                                                           FaultLog* faults = nullptr);
 
     PackageData(const PackageData&) = delete;
     PackageData& operator=(const PackageData&) = delete;
@@ -71,7 +73,7 @@ public:
 
 private:
     PackageData();
-    PackageData(std::string displayName, PackageItems items, int depth);
+    PackageData(std::string displayName, PackageItems items, int depth, FaultLog* faults);
 
     PackageParts m_parts;
     PackageRelationships m_relationships{m_parts};

@@ -34,8 +34,8 @@ PackageParts::PackageParts() : m_table{std::make_unique<Table>()}
     m_table->typesItem = m_items.add(std::string{Markup::contentTypesItemName});
 }
 
-PackageParts::PackageParts(std::string displayName, PackageItems items) noexcept
-    : m_displayName{std::move(displayName)}, m_items{std::move(items)}
+PackageParts::PackageParts(std::string displayName, PackageItems items, FaultLog* faults) noexcept
+    : m_displayName{std::move(displayName)}, m_items{std::move(items)}, m_faults{faults}
 {
 }
 
@@ -167,7 +167,7 @@ Result<> PackageParts::load()
 
 Result<PackageParts::Table> PackageParts::readTable() const
 {
-    auto scan = scanItems(*m_items.archive());
+    auto scan = scanItems(*m_items.archive(), m_faults);
     if (!scan)
         return scan.error();
     auto types = readContentTypes(scan->contentTypes);
@@ -183,7 +183,10 @@ Result<PackageParts::Table> PackageParts::readTable() const
     for (const std::string& name : scan->incomplete)
         addOther(table, name);
     for (NamedItem& named : scan->named) {
-        if (auto entered = enter(table, named); !entered)
+        auto entered = enter(table, named);
+        if (!entered)
+            entered = passOver(m_faults, entered.error());
+        if (!entered)
             return entered.error();
     }
     return table;
@@ -197,7 +200,7 @@ Result<Markup::ContentTypes> PackageParts::readContentTypes(const ItemPtr& item)
     auto bytes = m_items.read(*item, subject);
     if (!bytes)
         return bytes.error();
-    return Markup::ContentTypes::parse(*bytes, subject);
+    return Markup::ContentTypes::parse(*bytes, subject, m_faults);
 }
 
 Result<> PackageParts::enter(Table& table, NamedItem& named) const

@@ -26,7 +26,8 @@ public:
     PackageParts();
 
     /// Of an opened one.
-    PackageParts(std::string displayName, PackageItems items) noexcept;
+    /// @param faults  where broken rules go that can be passed over; null when the first one is the answer
+    PackageParts(std::string displayName, PackageItems items, FaultLog* faults) noexcept;
 
     /// In the order of the archive, new ones behind; relationship parts are among them.
     Result<const std::vector<PartPtr>*> all();
@@ -60,6 +61,7 @@ public:
     /// "file: /part", for messages.
     std::string subjectOf(std::string_view name) const;
     const std::string& displayName() const noexcept { return m_displayName; }
+    FaultLog* faults() const noexcept { return m_faults; }
 
     /// A sentence for each entry that is left alone; complete once the parts were read.
     const std::vector<std::string>& diagnostics() const noexcept { return m_diagnostics; }
@@ -87,6 +89,7 @@ private:
 
     std::string m_displayName;
     PackageItems m_items;
+    FaultLog* m_faults = nullptr;
     std::unique_ptr<Table> m_table;
     std::vector<std::string> m_diagnostics;
 };

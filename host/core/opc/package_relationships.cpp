@@ -139,7 +139,7 @@ Result<PackageRelationships::Set> PackageRelationships::read(std::string_view so
     auto bytes = m_parts.read(**part);
     if (!bytes)
         return bytes.error();
-    auto document = Markup::Relationships::parse(*bytes, source, m_parts.subjectOf((*part)->name));
+    auto document = Markup::Relationships::parse(*bytes, source, m_parts.subjectOf((*part)->name), m_parts.faults());
     if (!document)
         return document.error();
     return Set{std::move(*document), *part};

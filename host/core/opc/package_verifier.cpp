@@ -8,11 +8,11 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 Result<std::vector<std::string>> PackageVerifier::verify()
 {
-    auto verified = m_package.core().load();
+    auto verified = passedOver(m_package.core().load());
     if (verified)
-        verified = verifyRelationships();
+        verified = passedOver(verifyRelationships());
     if (verified)
-        verified = m_signatures.verifyParts();
+        verified = passedOver(m_signatures.verifyParts());
     if (verified)
         verified = verifyEntries();
     if (verified)
@@ -25,6 +25,11 @@ Result<std::vector<std::string>> PackageVerifier::verify()
     return std::move(m_diagnostics);
 }
 
+Result<> PackageVerifier::passedOver(const Result<>& verified) const
+{
+    return verified ? verified : passOver(m_package.parts().faults(), verified.error());
+}
+
 Result<> PackageVerifier::verifyRelationships()
 {
     auto parts = m_package.parts().all();
@@ -34,7 +39,7 @@ Result<> PackageVerifier::verifyRelationships()
         const auto source = Markup::sourceOfRelationshipsPart(part->name);
         if (!source)
             continue;
-        if (auto verified = verifyRelationshipsOf(*source); !verified)
+        if (auto verified = passedOver(verifyRelationshipsOf(*source)); !verified)
             return verified;
     }
     if (auto present = m_package.parts().findIfThere(Markup::packageRelationshipsPartName);
@@ -56,7 +61,7 @@ Result<> PackageVerifier::verifyRelationshipsOf(const std::string& source)
     if (!records)
         return records.error();
     for (const RelationshipPtr& record : *records) {
-        if (auto verified = verifyRelationship(*record); !verified)
+        if (auto verified = passedOver(verifyRelationship(*record)); !verified)
             return verified;
     }
     return {};
@@ -111,7 +116,8 @@ Result<> PackageVerifier::verifyEntries()
     const Disk::ByteSink nowhere = [](std::span<const std::byte>) -> Result<> { return {}; };
     for (std::size_t index = 0; index < archive->entries().size(); ++index) {
         const bool isDirectory = archive->entries()[index].isDirectory();
-        if (auto verified = isDirectory ? archive->verify(index) : archive->stream(index, nowhere); !verified)
+        auto verified = passedOver(isDirectory ? archive->verify(index) : archive->stream(index, nowhere));
+        if (!verified)
             return verified;
     }
     return {};

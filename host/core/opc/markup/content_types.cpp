@@ -37,7 +37,8 @@ ContentTypes::ContentTypes()
     addNew(m_defaults, "rels", relationshipsMediaType);
 }
 
-Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte> bytes, std::string_view subject)
+Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte> bytes, std::string_view subject,
+                                                       FaultLog* faults)
 {
     auto document = parseXml(bytes, subject);
     if (!document)
@@ -45,7 +46,7 @@ Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte
     ContentTypes types{Empty{}};
     types.m_overrides.reserve(document->elementCount());
     const XmlElement root = document->root();
-    if (const SchemaFault fault = ContentTypesReader{types}.read(root); !fault.isNone())
+    if (const SchemaFault fault = ContentTypesReader{types, {faults, subject}}.read(root); !fault.isNone())
         return fault.onSubject(subject);
     types.m_prefix = prefixWithColon(root);
     types.m_endTag = root.endTag();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/text_edits.h"
 #include "host/core/opc/markup/xml_document.h"
 #include "host/core/text/name_hash.h"
@@ -32,7 +33,8 @@ public:
     /// @return  opc 13  M2.5 to M2.10
     ///          opc 14  M1.13 to M1.15, M1.22
     ///          opc 15, 16, 23  see `parseXml`; opc 15 for another schema (M1.20, M1.21)
-    static Expected<ContentTypes, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject);
+    static Expected<ContentTypes, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject,
+                                                    FaultLog* faults = nullptr);
 
     /// The media type of a part, as it is written: that of its Override, else that of its extension (M2.9). Nothing for
     /// an item that is no part. Valid until the next change.

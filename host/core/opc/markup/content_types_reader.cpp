@@ -45,15 +45,15 @@ SchemaFault ContentTypesReader::read(const XmlElement& root)
 {
     if (auto fault = rootFault(root, contentTypesNamespace, "Types"); !fault.isNone())
         return fault;
-    if (auto fault = compatibilityFault(root); !fault.isNone())
+    if (auto fault = m_faults.passOver(compatibilityFault(root)); !fault.isNone())
         return fault;
-    if (auto fault = attributeFault(root, {}); !fault.isNone())
+    if (auto fault = m_faults.passOver(attributeFault(root, {})); !fault.isNone())
         return fault;
     for (auto child = root.firstChild(); child; child = child->nextSibling()) {
-        if (auto fault = readEntry(*child); !fault.isNone())
+        if (auto fault = m_faults.passOver(readEntry(*child)); !fault.isNone())
             return fault;
     }
-    return textFault(root);
+    return m_faults.passOver(textFault(root));
 }
 
 SchemaFault ContentTypesReader::readEntry(const XmlElement& element)

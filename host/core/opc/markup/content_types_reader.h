@@ -9,7 +9,7 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 class ContentTypesReader
 {
 public:
-    explicit ContentTypesReader(ContentTypes& types) noexcept : m_types{types} {}
+    ContentTypesReader(ContentTypes& types, SchemaFaultLog faults) noexcept : m_types{types}, m_faults{faults} {}
 
     SchemaFault read(const XmlElement& root);
 
@@ -19,6 +19,7 @@ private:
     SchemaFault readOverride(const XmlElement& element);
 
     ContentTypes& m_types;
+    SchemaFaultLog m_faults;
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -72,14 +72,15 @@ CoreProperties::CoreProperties()
 {
 }
 
-Expected<CoreProperties, ErrorCode2> CoreProperties::parse(std::span<const std::byte> bytes, std::string_view subject)
+Expected<CoreProperties, ErrorCode2> CoreProperties::parse(std::span<const std::byte> bytes, std::string_view subject,
+                                                           FaultLog* faults)
 {
     auto document = parseXml(bytes, subject);
     if (!document)
         return std::move(document).error();
     CoreProperties properties;
     const XmlElement root = document->root();
-    if (const SchemaFault fault = CorePropertiesReader{properties}.read(root); !fault.isNone())
+    if (const SchemaFault fault = CorePropertiesReader{properties, {faults, subject}}.read(root); !fault.isNone())
         return fault.onSubject(subject);
     properties.m_endTag = root.endTag();
     properties.m_text = std::move(*document).takeText();

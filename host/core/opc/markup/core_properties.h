@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/text_edits.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
@@ -58,7 +59,8 @@ public:
     /// @param subject  what an error is about: "file: /docProps/core.xml"
     /// @return  opc 19  M4.2 to M4.5, a property that stands twice, a date that is none
     ///          opc 15, 16, 23  see `parseXml`; opc 15 for another schema (M1.20)
-    static Expected<CoreProperties, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject);
+    static Expected<CoreProperties, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject,
+                                                      FaultLog* faults = nullptr);
 
     /// The property's text; an empty one for an empty element, nothing when the document has none.
     ///

@@ -145,12 +145,12 @@ SchemaFault CorePropertiesReader::read(const XmlElement& root)
 {
     if (auto fault = rootFault(root, corePropertiesNamespace, "coreProperties"); !fault.isNone())
         return fault;
-    if (auto fault = attributesFault(root); !fault.isNone())
+    if (auto fault = m_faults.passOver(attributesFault(root)); !fault.isNone())
         return fault;
-    if (auto fault = textFault(root); !fault.isNone())
+    if (auto fault = m_faults.passOver(textFault(root)); !fault.isNone())
         return fault;
     for (auto child = root.firstChild(); child; child = child->nextSibling()) {
-        if (auto fault = readProperty(*child); !fault.isNone())
+        if (auto fault = m_faults.passOver(readProperty(*child)); !fault.isNone())
             return fault;
     }
     readPrefixes(root);

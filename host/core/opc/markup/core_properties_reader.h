@@ -9,7 +9,10 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 class CorePropertiesReader
 {
 public:
-    explicit CorePropertiesReader(CoreProperties& properties) noexcept : m_properties{properties} {}
+    CorePropertiesReader(CoreProperties& properties, SchemaFaultLog faults) noexcept
+        : m_properties{properties}, m_faults{faults}
+    {
+    }
 
     SchemaFault read(const XmlElement& root);
 
@@ -18,6 +21,7 @@ private:
     void readPrefixes(const XmlElement& root);
 
     CoreProperties& m_properties;
+    SchemaFaultLog m_faults;
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -36,7 +36,7 @@ void appendElement(std::string& text, const std::string& prefix, const Relations
 Relationships::Relationships() : m_text{newDocument}, m_endTag{newDocument.size() - endTagLength, newDocument.size()} {}
 
 Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::byte> bytes, std::string_view source,
-                                                         std::string_view subject)
+                                                         std::string_view subject, FaultLog* faults)
 {
     auto document = parseXml(bytes, subject);
     if (!document)
@@ -45,7 +45,7 @@ Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::by
     relationships.m_relationships.reserve(document->elementCount());
     relationships.m_places.reserve(document->elementCount());
     const XmlElement root = document->root();
-    RelationshipsReader reader{relationships, source};
+    RelationshipsReader reader{relationships, source, {faults, subject}};
     if (const SchemaFault fault = reader.read(root); !fault.isNone())
         return fault.onSubject(subject);
     relationships.m_hasCompatibility = reader.isCompatibilityUsed();

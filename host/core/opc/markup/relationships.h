@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/text_edits.h"
 #include "host/core/text/name_hash.h"
 #include "kelvaris/export.h"
@@ -41,7 +42,8 @@ public:
     ///          opc 18  an id stands twice (M1.26)
     ///          opc 15, 16, 23  see `parseXml`; opc 15 for another schema (M1.20, M1.21)
     static Expected<Relationships, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view source,
-                                                     std::string_view subject);
+                                                     std::string_view subject,
+                                                     FaultLog* faults = nullptr);
 
     /// In the order of the document, new ones behind. Valid until the next change.
     const std::vector<Relationship>& all() const noexcept { return m_relationships; }

@@ -94,11 +94,12 @@ SchemaFault RelationshipsReader::read(const XmlElement& root)
 
 SchemaFault RelationshipsReader::readRoot(const XmlElement& root)
 {
-    if (auto fault = m_compatibility.attributes(root, {}); !fault.isNone())
+    if (auto fault = m_faults.passOver(m_compatibility.attributes(root, {})); !fault.isNone())
         return fault;
-    if (auto fault = textFault(root); !fault.isNone())
+    if (auto fault = m_faults.passOver(textFault(root)); !fault.isNone())
         return fault;
-    return m_compatibility.children(root, [this](const XmlElement& child) { return readRelationship(child); });
+    return m_compatibility.children(
+        root, [this](const XmlElement& child) { return m_faults.passOver(readRelationship(child)); });
 }
 
 // The schema lets a relationship hold text, which means nothing.

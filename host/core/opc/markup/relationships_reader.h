@@ -16,8 +16,8 @@ SchemaFault relationshipFault(std::string_view source, const Relationship& relat
 class RelationshipsReader
 {
 public:
-    RelationshipsReader(Relationships& relationships, std::string_view source) noexcept
-        : m_relationships{relationships}, m_source{source}, m_compatibility{relationshipsNamespace}
+    RelationshipsReader(Relationships& relationships, std::string_view source, SchemaFaultLog faults) noexcept
+        : m_relationships{relationships}, m_source{source}, m_faults{faults}, m_compatibility{relationshipsNamespace}
     {
     }
 
@@ -33,6 +33,7 @@ private:
 
     Relationships& m_relationships;
     std::string_view m_source;
+    SchemaFaultLog m_faults;
     MarkupCompatibility m_compatibility;
 };
 

@@ -15,6 +15,14 @@ ErrorCode2 SchemaFault::onSubject(std::string_view subject) const
     return ruleError(error, subject, rule, what);
 }
 
+SchemaFault SchemaFaultLog::passOver(SchemaFault fault) const
+{
+    if (log == nullptr || fault.isNone())
+        return fault;
+    log->add(fault.onSubject(subject));
+    return {};
+}
+
 SchemaFault rootFault(const XmlElement& root, std::string_view namespaceUri, std::string_view name)
 {
     if (root.is(namespaceUri, name))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/xml_document.h"
 #include "kelvaris/system/io/opc_packaging/opc_error.h"
 
@@ -19,6 +20,16 @@ struct SchemaFault
 
     bool isNone() const noexcept { return what.empty(); }
     ErrorCode2 onSubject(std::string_view subject) const;
+};
+
+/// For readers of documents: where faults go when all of them are wanted.
+struct SchemaFaultLog
+{
+    FaultLog* log = nullptr; ///< null when the first fault ends the reading
+    std::string_view subject = {};
+
+    /// @return  no fault when it was logged and the reader goes on behind it
+    SchemaFault passOver(SchemaFault fault) const;
 };
 
 SchemaFault rootFault(const XmlElement& root, std::string_view namespaceUri, std::string_view name);

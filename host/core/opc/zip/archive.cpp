@@ -48,15 +48,15 @@ Archive::Archive(ByteSourcePtr source) noexcept : m_source{std::move(source)} {}
 
 Archive::~Archive() = default;
 
-Expected<std::shared_ptr<const Archive>, ErrorCode2> Archive::open(ByteSourcePtr source)
+Expected<std::shared_ptr<const Archive>, ErrorCode2> Archive::open(ByteSourcePtr source, FaultLog* faults)
 {
     const std::shared_ptr<Archive> archive{new Archive{std::move(source)}};
-    if (auto done = archive->readDirectory(); !done)
+    if (auto done = archive->readDirectory(faults); !done)
         return done.error();
     return std::shared_ptr<const Archive>{archive};
 }
 
-Expected<void, ErrorCode2> Archive::readDirectory()
+Expected<void, ErrorCode2> Archive::readDirectory(FaultLog* faults)
 {
     SourceTail tail{*m_source};
     auto place = readEndRecord(tail);
@@ -67,7 +67,7 @@ Expected<void, ErrorCode2> Archive::readDirectory()
     m_directory.resize(place->directorySize);
     if (auto done = tail.readAt(place->directoryOffset, m_directory); !done)
         return done;
-    auto entries = DirectoryReader{displayName(), *place, m_directory}.read();
+    auto entries = DirectoryReader{displayName(), *place, m_directory, faults}.read();
     if (!entries)
         return entries.error();
     m_entries = *std::move(entries);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/zip/byte_source.h"
 #include "host/core/opc/zip/entry.h"
 #include "host/core/paths/disk/byte_sink.h"
@@ -36,7 +37,8 @@ public:
     ///          opc 9: an encrypted entry
     ///          opc 23: too many entries
     ///          or the error of reading
-    static Expected<std::shared_ptr<const Archive>, ErrorCode2> open(ByteSourcePtr source);
+    /// @param faults  where the faults of single entries go, which are left out then
+    static Expected<std::shared_ptr<const Archive>, ErrorCode2> open(ByteSourcePtr source, FaultLog* faults = nullptr);
 
     Archive(const Archive&) = delete;
     Archive& operator=(const Archive&) = delete;
@@ -86,7 +88,7 @@ private:
 
     explicit Archive(ByteSourcePtr source) noexcept;
 
-    Expected<void, ErrorCode2> readDirectory();
+    Expected<void, ErrorCode2> readDirectory(FaultLog* faults);
     Expected<Local, ErrorCode2> readLocal(const Entry& entry, const ByteSource& source) const;
     Expected<std::vector<std::byte>, ErrorCode2> readRegion(std::size_t index) const;
     PackedData packed(std::size_t index) const;

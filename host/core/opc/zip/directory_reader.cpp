@@ -44,7 +44,8 @@ Expected<std::vector<Entry>, ErrorCode2> DirectoryReader::read()
         auto entry = readEntry();
         if (!entry)
             return entry.error();
-        entries.push_back(*entry);
+        if (*entry)
+            entries.push_back(**entry);
     }
     if (auto ended = checkEnd(); !ended)
         return ended.error();
@@ -53,7 +54,8 @@ Expected<std::vector<Entry>, ErrorCode2> DirectoryReader::read()
     return entries;
 }
 
-Expected<Entry, ErrorCode2> DirectoryReader::readEntry()
+/// @return  nothing for an entry whose fault was passed over
+Expected<std::optional<Entry>, ErrorCode2> DirectoryReader::readEntry()
 {
     if (m_rest.size() < RecordSize::directoryHeader || u32(m_rest, 0) != Signature::directoryHeader)
         return failure(OpcError::damagedArchive, "the directory is damaged (ZIP application note 4.3.12)");
@@ -74,9 +76,11 @@ Expected<Entry, ErrorCode2> DirectoryReader::readEntry()
                 .flags = u16(record, 8)};
     auto checked = checkSupported(entry).andThen(
         [&] { return resolveZip64(entry, record.subspan(RecordSize::directoryHeader + nameSize, extraSize)); });
-    if (!checked)
-        return checked.error();
-    return entry;
+    if (checked)
+        return std::optional{entry};
+    if (auto passed = passOver(m_faults, checked.error()); !passed)
+        return passed.error();
+    return std::optional<Entry>{};
 }
 
 Expected<void, ErrorCode2> DirectoryReader::checkSupported(const Entry& entry) const
@@ -171,10 +175,16 @@ Expected<void, ErrorCode2> DirectoryReader::placeEntries(std::vector<Entry>& ent
     for (auto it = order.rbegin(); it != order.rend(); ++it) {
         Entry& entry = entries[*it];
         entry.regionEnd = end;
-        if (auto checked = checkRegion(entry); !checked)
-            return checked;
+        if (auto checked = checkRegion(entry); !checked) {
+            if (auto passed = passOver(m_faults, checked.error()); !passed)
+                return passed;
+            entry.regionEnd = entry.headerOffset;
+        }
         end = entry.headerOffset;
     }
+    // what was passed over has no room, which no entry has that can be read
+    if (m_faults != nullptr)
+        std::erase_if(entries, [](const Entry& entry) { return entry.regionEnd == entry.headerOffset; });
     return {};
 }
 

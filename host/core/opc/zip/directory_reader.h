@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/fault_log.h"
 #include "host/core/opc/zip/end_record.h"
 #include "host/core/opc/zip/entry.h"
 #include "host/core/opc/zip/records.h"
@@ -7,6 +8,7 @@
 #include "kelvaris/system/expected.h"
 #include "kelvaris/system/io/opc_packaging/opc_error.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,8 +20,9 @@ class DirectoryReader
 {
 public:
     /// @param directory  outlives the entries, which are views into it
-    DirectoryReader(const std::string& displayName, const EndRecord& place, Bytes directory) noexcept
-        : m_displayName{displayName}, m_place{place}, m_rest{directory}
+    /// @param faults     null when the first fault of an entry ends the reading
+    DirectoryReader(const std::string& displayName, const EndRecord& place, Bytes directory, FaultLog* faults) noexcept
+        : m_displayName{displayName}, m_place{place}, m_rest{directory}, m_faults{faults}
     {
     }
 
@@ -27,7 +30,7 @@ public:
     Expected<std::vector<Entry>, ErrorCode2> read();
 
 private:
-    Expected<Entry, ErrorCode2> readEntry();
+    Expected<std::optional<Entry>, ErrorCode2> readEntry();
     Expected<void, ErrorCode2> checkSupported(const Entry& entry) const;
     Expected<void, ErrorCode2> resolveZip64(Entry& entry, Bytes extra) const;
     Expected<void, ErrorCode2> checkEnd() const;
@@ -40,6 +43,7 @@ private:
     const std::string& m_displayName;
     const EndRecord& m_place;
     Bytes m_rest;
+    FaultLog* m_faults;
 };
 
 /// "archive: entry", for messages.
