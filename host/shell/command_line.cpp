@@ -1,11 +1,15 @@
 #include "host/shell/command_line.h"
 
+#include "host/shell/close_names.h"
+#include "host/shell/command_table.h"
+#include "host/shell/exit_status.h"
 #include "host/shell/text_checks.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -15,17 +19,32 @@ namespace {
 
 using Kelvaris::System::Expected;
 
-constexpr const char* exitStatuses = "Exit status: what the function returned (0 or 1), or what the script ended with "
-                                     "(1 after an uncaught error);\n2 when nothing was run, with one sentence that "
-                                     "says why.";
-
 const std::map<std::string, LogThreshold> thresholds{
     {"diagnostic", LogThreshold::diagnostic}, {"error", LogThreshold::error}, {"off", LogThreshold::off}};
 
 EarlyEnd usageError(const std::string& sentence)
 {
-    return {2, sentence};
+    return {ExitStatus::usage, sentence};
 }
+
+std::string exitStatuses()
+{
+    std::string text = "Exit status:";
+    for (const StatusRow& row : statusTable())
+        text += "\n  " + std::to_string(row.status) + "  " + std::string{row.meaning};
+    return text;
+}
+
+/// Help whose usage is that of the table: the option parser knows nothing of the arguments.
+class HelpText : public CLI::Formatter
+{
+public:
+    std::string make_usage(const CLI::App* app, std::string /*name*/) const override
+    {
+        const CommandRow* const command = findCommand(app->get_name());
+        return "\nUsage: hollerwick-host [OPTIONS] " + (command == nullptr ? "VERB" : synopsisOf(*command)) + "\n";
+    }
+};
 
 /// The options as they are declared, and the places that they fill.
 class Options
@@ -33,102 +52,107 @@ class Options
 public:
     explicit Options(CommandLine& line) : m_line{line}
     {
+        m_app.formatter(std::make_shared<HelpText>());
         m_app.set_help_flag("--help", "Print this help and exit");
         m_app.set_version_flag("--version", "hollerwick-host " HOLLERWICK_VERSION, "Print the version and exit");
-        m_app.footer(exitStatuses);
-        declareCommonOptions();
-        declareVerbs();
+        m_app.footer(exitStatuses());
+        declare(m_app, commonOptions());
+        for (const CommandRow& command : commandTable())
+            addVerb(command);
     }
 
     CLI::App& app() { return m_app; }
 
-    /// The verb of that name, or null.
-    CLI::App* verb(const std::string& name)
-    {
-        const auto verbs = m_app.get_subcommands([&](const CLI::App* app) { return app->get_name() == name; });
-        return verbs.empty() ? nullptr : verbs.front();
-    }
-
     /// The option that `word` names, "--name" or "--name=value", when it may stand behind `verb` (null: before any).
-    const CLI::Option* find(const CLI::App* verb, const std::string& word) const
+    const CLI::Option* find(const CommandRow* verb, const std::string& word) const
     {
         if (word.compare(0, 2, "--") != 0)
             return nullptr;
         const std::string name = word.substr(0, word.find('='));
-        const CLI::Option* own = verb == nullptr ? nullptr : verb->get_option_no_throw(name);
-        return own != nullptr ? own : m_app.get_option_no_throw(name);
+        if (verb != nullptr) {
+            const CLI::App* app = m_app.get_subcommand(std::string{verb->name});
+            if (const CLI::Option* own = app->get_option_no_throw(name))
+                return own;
+        }
+        return m_app.get_option_no_throw(name);
     }
 
 private:
-    void declareCommonOptions()
+    void addVerb(const CommandRow& command)
     {
-        m_app.add_flag("--log-script-calls", m_line.logScriptCalls, "Write diagnostic lines for each script call");
-        m_app
-            .add_option_function<std::string>(
-                "--log-level", [this](const std::string& name) { m_line.logThreshold = thresholds.at(name); },
-                "Lowest level of the lines on standard error (default: diagnostic)")
-            ->check(CLI::IsMember{{"diagnostic", "error", "off"}})
-            ->type_name("L");
-        m_app.add_option("--plugin", m_line.plugin, "The plug-in to load (default: ../lib/hollerwick/hollerwick.so)")
-            ->type_name("FILE");
-    }
-
-    void declareVerbs()
-    {
-        CLI::App* functions = addVerb("functions", Verb::functions, "List the registered functions with their arity");
-        addJson(functions);
-
-        CLI::App* call = addVerb("call", Verb::call, "Call one function and print its results, one a line");
-        addSubject(call, "NAME", "The function's name");
-        call->add_option("ARG", m_shownOnly, "One argument: a text, or a JSON array of texts such as [\"a\",\"b\"]");
-        addJson(call);
-        addGrab(call);
-
-        CLI::App* run = addVerb("run", Verb::run, "Run a script, in which every function is global");
-        addSubject(run, "SCRIPT.js", "The script; it finds what follows in the array args");
-        run->add_option("ARG", m_shownOnly, "One text of args");
-        addGrab(run);
-
-        CLI::App* console = addVerb("console", Verb::console, "Open the window for writing and running scripts");
-        addGrab(console);
-    }
-
-    CLI::App* addVerb(const char* name, Verb verb, const char* description)
-    {
-        CLI::App* app = m_app.add_subcommand(name, description);
+        CLI::App* app = m_app.add_subcommand(std::string{command.name}, std::string{command.summary});
         app->fallthrough();
         app->set_help_flag("--help", "Print this help and exit");
-        app->footer(exitStatuses);
-        app->callback([this, verb] { m_line.verb = verb; });
-        return app;
+        app->footer(std::string{command.description} + "\n\n" + exitStatuses());
+        app->callback([this, verb = command.verb] { m_line.verb = verb; });
+        for (const ArgumentRow& argument : command.arguments)
+            show(*app, argument);
+        declare(*app, command.options);
     }
 
-    void addSubject(CLI::App* verb, const char* name, const char* description)
+    /// For the help alone: arguments are told apart before the options are parsed.
+    void show(CLI::App& app, const ArgumentRow& argument)
     {
-        verb->add_option(name, m_line.subject, description)->required()->type_name("");
+        const std::string name{argument.name};
+        const std::string help{argument.help};
+        (argument.repeats ? app.add_option(name, m_shownTexts, help) : app.add_option(name, m_shownText, help))
+            ->type_name("");
     }
 
-    void addJson(CLI::App* verb) { verb->add_flag("--json", m_line.json, "Print one line of JSON"); }
-
-    void addGrab(CLI::App* verb)
+    void declare(CLI::App& app, std::span<const OptionRow> rows)
     {
-        CLI::Option* grab =
-            verb->add_option("--grab", m_line.grabDirectory, "Save a PNG of every window that opens, then close it")
-                ->type_name("DIR");
-        verb->add_option("--keys", m_line.keys,
-                         "Type these keys first, a picture after each: names such as Tab, Ctrl+A; texts in quotes")
-            ->type_name("KEYS")
-            ->needs(grab);
+        for (const OptionRow& row : rows) {
+            const std::string name{row.name};
+            const std::string help{row.help};
+            CLI::Option* const option =
+                std::visit([&](auto place) { return declareAt(app, name, help, place); }, row.place);
+            if (row.takesValue())
+                option->type_name(std::string{row.value});
+            if (!row.words.empty())
+                option->check(CLI::IsMember{std::vector<std::string>{row.words.begin(), row.words.end()}});
+            if (!row.needs.empty())
+                option->needs(app.get_option(std::string{row.needs}));
+        }
+    }
+
+    CLI::Option* declareAt(CLI::App& app, const std::string& name, const std::string& help, bool CommandLine::*place)
+    {
+        return app.add_flag(name, m_line.*place, help);
+    }
+
+    CLI::Option* declareAt(CLI::App& app, const std::string& name, const std::string& help,
+                           std::string CommandLine::*place)
+    {
+        return app.add_option(name, m_line.*place, help);
+    }
+
+    CLI::Option* declareAt(CLI::App& app, const std::string& name, const std::string& help,
+                           LogThreshold CommandLine::*place)
+    {
+        return app.add_option_function<std::string>(
+            name, [this, place](const std::string& word) { m_line.*place = thresholds.at(word); }, help);
+    }
+
+    // One by one: the parser would take a text in brackets that is meant for a list apart.
+    CLI::Option* declareAt(CLI::App& app, const std::string& name, const std::string& help,
+                           std::vector<std::string> CommandLine::*place)
+    {
+        return app
+            .add_option_function<std::string>(
+                name, [this, place](const std::string& text) { (m_line.*place).push_back(text); }, help)
+            ->trigger_on_parse();
     }
 
     CommandLine& m_line;
-    CLI::App m_app{"Runs the script functions of a circuit simulator's plug-in.", "hollerwick-host"};
+    CLI::App m_app{"Works with bundles, and runs the script functions of a circuit simulator's plug-in.",
+                   "hollerwick-host"};
 
-    // Arguments are told apart before the options are parsed; this stands in the help alone.
-    std::vector<std::string> m_shownOnly;
+    // nothing is ever put here
+    std::string m_shownText;
+    std::vector<std::string> m_shownTexts;
 };
 
-/// Tells our options from the arguments of a function or a script, which may look like options.
+/// Tells our options from arguments, which may look like options for a verb that passes them on.
 class WordSorter
 {
 public:
@@ -136,8 +160,8 @@ public:
     {
     }
 
-    /// @return  the words for the option parser, the subject last and behind "--"
-    std::vector<std::string> sort(const std::vector<std::string>& words, Options& options)
+    /// @return  the words for the option parser: the verb, the options and what looks like one
+    std::vector<std::string> sort(const std::vector<std::string>& words)
     {
         for (std::size_t i = 0; i < words.size(); ++i) {
             const std::string& word = words[i];
@@ -147,13 +171,35 @@ public:
             else if (!m_onlyArguments && word == "--")
                 m_onlyArguments = true;
             else
-                takeWord(word, options);
-        }
-        if (m_subject) {
-            m_kept.emplace_back("--");
-            m_kept.push_back(*m_subject);
+                takeWord(word);
         }
         return std::move(m_kept);
+    }
+
+    const CommandRow* verb() const noexcept { return m_verb; }
+
+    /// Why an option cannot be followed, or nothing when all have what they need.
+    std::optional<EarlyEnd> missingValue() const
+    {
+        if (!m_valueMissing)
+            return std::nullopt;
+        return usageError(*m_valueMissing + " needs a value behind it");
+    }
+
+    /// Why there is no verb to follow, or nothing when there is one.
+    std::optional<EarlyEnd> missingVerb() const
+    {
+        if (m_verb != nullptr)
+            return std::nullopt;
+        const std::string verbs = "; the verbs are " + listedVerbs();
+        if (!m_unknownVerb)
+            return usageError("a verb is missing" + verbs);
+        std::vector<std::string> names;
+        for (const CommandRow& command : commandTable())
+            names.emplace_back(command.name);
+        const std::string unknown = "there is no verb \"" + *m_unknownVerb + "\"";
+        const std::vector<std::string> close = closeNames(*m_unknownVerb, names);
+        return usageError(close.empty() ? unknown + verbs : unknown + "; did you mean " + close.front() + "?");
     }
 
 private:
@@ -171,63 +217,37 @@ private:
         return 1;
     }
 
-    void takeWord(const std::string& word, Options& options)
+    void takeWord(const std::string& word)
     {
-        if (m_subject)
-            m_arguments.push_back(word);
-        else if (m_verb != nullptr && takesSubject() && (m_onlyArguments || word.compare(0, 1, "-") != 0))
-            m_subject = word;
-        else
-            m_kept.push_back(word);
+        const bool looksLikeOption = word.size() > 1 && word.front() == '-' && !m_onlyArguments;
         if (m_verb == nullptr)
-            takeVerb(word, options);
+            return takeVerb(word, looksLikeOption);
+        const bool isPassedOn = m_verb->passesWordsOn && !m_arguments.empty();
+        (looksLikeOption && !isPassedOn ? m_kept : m_arguments).push_back(word);
     }
 
-    void takeVerb(const std::string& word, Options& options)
+    void takeVerb(const std::string& word, bool looksLikeOption)
     {
-        m_verb = options.verb(word);
-        if (m_verb == nullptr && word.compare(0, 1, "-") != 0)
+        m_kept.push_back(word);
+        m_verb = findCommand(word);
+        if (m_verb == nullptr && !looksLikeOption && !m_unknownVerb)
             m_unknownVerb = word;
     }
 
-public:
-    /// Why an option cannot be followed, or nothing when all have what they need.
-    std::optional<EarlyEnd> missingValue() const
-    {
-        if (!m_valueMissing)
-            return std::nullopt;
-        return usageError(*m_valueMissing + " needs a value behind it");
-    }
-
-    /// Why there is no verb to follow, or nothing when there is one.
-    std::optional<EarlyEnd> missingVerb() const
-    {
-        constexpr const char* verbs = "; the verbs are functions, call, run and console";
-        if (m_verb != nullptr)
-            return std::nullopt;
-        if (!m_unknownVerb)
-            return usageError(std::string{"a verb is missing"} + verbs);
-        return usageError("there is no verb \"" + *m_unknownVerb + "\"" + verbs);
-    }
-
-private:
-    bool takesSubject() const { return m_verb->get_option_no_throw("ARG") != nullptr; }
-
     const Options& m_options;
     std::vector<std::string>& m_arguments;
-    const CLI::App* m_verb = nullptr;
+    const CommandRow* m_verb = nullptr;
     bool m_onlyArguments = false;
     std::optional<std::string> m_unknownVerb;
     std::optional<std::string> m_valueMissing;
-    std::optional<std::string> m_subject;
     std::vector<std::string> m_kept;
 };
 
 EarlyEnd helpOrVersion(const CLI::App& app, const CLI::Success& end)
 {
     if (dynamic_cast<const CLI::CallForVersion*>(&end) != nullptr)
-        return {0, std::string{end.what()} + "\n"};
-    return {0, app.help()};
+        return {ExitStatus::done, std::string{end.what()} + "\n"};
+    return {ExitStatus::done, app.help()};
 }
 
 std::optional<EarlyEnd> invalidText(const std::vector<std::string>& words)
@@ -239,16 +259,40 @@ std::optional<EarlyEnd> invalidText(const std::vector<std::string>& words)
     return std::nullopt;
 }
 
-} // namespace
+/// Whether there are as many arguments as the verb wants, and of those that it knows.
+std::optional<EarlyEnd> argumentFault(const CommandRow& command, const std::vector<std::string>& arguments)
+{
+    const std::vector<ArgumentRow>& rows = command.arguments;
+    const auto required = static_cast<std::size_t>(std::ranges::count(rows, true, &ArgumentRow::isRequired));
+    if (arguments.size() < required)
+        return usageError(std::string{rows[arguments.size()].name} + " is required: " + synopsisOf(command));
+    const bool takesAny = !rows.empty() && rows.back().repeats;
+    if (arguments.size() > rows.size() && !takesAny)
+        return usageError("\"" + arguments[rows.size()] + "\" is one too many: " + synopsisOf(command));
+    for (std::size_t i = 0; i < std::min(rows.size(), arguments.size()); ++i) {
+        if (rows[i].completes == Completes::words && std::ranges::count(rows[i].words, arguments[i]) == 0)
+            return usageError("\"" + arguments[i] + "\" is none of " + std::string{rows[i].help});
+    }
+    return std::nullopt;
+}
 
-Expected<CommandLine, EarlyEnd> parseCommandLine(const std::vector<std::string>& words)
+/// The first argument of verbs that hand the others on.
+void takeSubject(const CommandRow& command, CommandLine& line)
+{
+    if (!command.passesWordsOn)
+        return;
+    line.subject = std::move(line.arguments.front());
+    line.arguments.erase(line.arguments.begin());
+}
+
+Expected<CommandLine, EarlyEnd> parse(const std::vector<std::string>& words)
 {
     if (auto refusal = invalidText(words))
         return *refusal;
     CommandLine line;
     Options options{line};
     WordSorter sorter{options, line.arguments};
-    std::vector<std::string> kept = sorter.sort(words, options);
+    std::vector<std::string> kept = sorter.sort(words);
     if (const auto refusal = sorter.missingValue())
         return *refusal;
     // the parser takes words off the back
@@ -262,7 +306,23 @@ Expected<CommandLine, EarlyEnd> parseCommandLine(const std::vector<std::string>&
     }
     if (const auto refusal = sorter.missingVerb())
         return *refusal;
+    if (const auto refusal = argumentFault(*sorter.verb(), line.arguments))
+        return *refusal;
+    takeSubject(*sorter.verb(), line);
     return line;
+}
+
+} // namespace
+
+Expected<CommandLine, EarlyEnd> parseCommandLine(const std::vector<std::string>& words)
+{
+    auto line = parse(words);
+    if (line)
+        return line;
+    EarlyEnd end = line.error();
+    const auto options = std::ranges::find(words, "--");
+    end.json = std::find(words.begin(), options, "--json") != options;
+    return end;
 }
 
 } // namespace HostShell

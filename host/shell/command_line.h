@@ -8,10 +8,17 @@
 namespace HostShell {
 
 enum class Verb {
+    info,
+    list,
+    check,
+    extract,
+    pack,
+    barrel,
     functions,
     call,
     run,
     console,
+    generate,
 };
 
 enum class LogThreshold {
@@ -25,15 +32,26 @@ struct CommandLine
 {
     Verb verb = Verb::console;
 
-    /// The function's name (call) or the script's path (run).
+    /// The function's name (call) or the script's path (run); empty for other verbs.
     std::string subject;
 
-    /// Everything behind the subject that is no option of the program, as it was written.
+    /// Everything else that is no option of the program, as it was written: files, or arguments of function or script.
     std::vector<std::string> arguments;
 
     bool json = false;
+    bool dryRun = false;
+    bool force = false;
     bool logScriptCalls = false;
     LogThreshold logThreshold = LogThreshold::diagnostic;
+
+    /// Empty when none was named.
+    std::string output;
+    std::string primary;
+    std::string example;
+    std::string title;
+    std::string description;
+    std::string manufacturer;
+    std::vector<std::string> keywords;
 
     /// Empty for the plug-in that lies beside the program.
     std::string plugin;
@@ -50,12 +68,13 @@ struct EarlyEnd
 {
     int status;       ///< 0 for help and version, else 2
     std::string text; ///< for standard output when the status is 0, else one sentence for standard error
+    bool json = false; ///< whether errors were asked for as JSON too
 };
 
 /// Reads the words behind the program's own name.
 ///
 /// Options may stand before and behind the verb. Behind the subject of `call` and `run` every word that is none of our
-/// options is an argument, whatever it begins with; behind "--" every word is.
+/// options is an argument, whatever it begins with; behind "--" every word is, of any verb.
 Kelvaris::System::Expected<CommandLine, EarlyEnd> parseCommandLine(const std::vector<std::string>& words);
 
 } // namespace HostShell

@@ -1,16 +1,21 @@
 #include "host/shell/commands.h"
 
 #include "host/shell/call_arguments.h"
+#include "host/shell/command_output.h"
 #include "host/shell/console_window.h"
+#include "host/shell/exit_status.h"
 #include "host/shell/function_call.h"
 #include "host/shell/host_application.h"
+#include "host/shell/inspecting_commands.h"
 #include "host/shell/json_text.h"
-#include "host/shell/log_output.h"
+#include "host/shell/man_page.h"
 #include "host/shell/plugin_library.h"
 #include "host/shell/script_runner.h"
+#include "host/shell/shell_completions.h"
 #include "host/shell/stage.h"
 #include "host/shell/text_checks.h"
 #include "host/shell/window_functions.h"
+#include "host/shell/writing_commands.h"
 
 #include <QtCore/QFile>
 
@@ -26,19 +31,10 @@ using Kelvaris::System::Expected;
 
 using Texts = std::vector<std::string>;
 
-constexpr int notRun = 2;
-
-int refuse(const std::string& sentence)
+/// Nothing was run.
+int refuseToRun(const CommandLine& line, const std::string& sentence)
 {
-    complain(sentence);
-    return notRun;
-}
-
-void printLine(const std::string& text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
+    return refuse(line, ExitStatus::usage, sentence);
 }
 
 std::string functionAsJson(const RegisteredFunction& function)
@@ -85,16 +81,16 @@ Expected<std::vector<Texts>, ArgumentError> parseArguments(const Texts& words)
 int callFunction(const CommandLine& line)
 {
     if (const auto refusal = refusalOf(line.subject, line.arguments.size()))
-        return refuse(*refusal);
+        return refuseToRun(line, *refusal);
     const auto arguments = parseArguments(line.arguments);
     if (!arguments)
-        return refuse(arguments.error().text);
+        return refuseToRun(line, arguments.error().text);
     const bool windows = opensWindow(line.subject);
     if (windows && line.grabDirectory.empty() && !displayIsNamed())
-        return refuse(noDisplay(line.subject));
+        return refuseToRun(line, noDisplay(line.subject));
     const auto stage = windows ? Stage::withWindows(line) : Stage::withoutWindows();
     if (!stage)
-        return refuse(stage.error().text);
+        return refuseToRun(line, stage.error().text);
     const Kelvaris::CallResult result = callByName(line.subject, *arguments).result;
     printResults(result, line.json);
     return (*stage)->finish(result.status);
@@ -120,11 +116,11 @@ int runScript(const CommandLine& line)
 {
     const auto script = readScript(line.subject);
     if (!script)
-        return refuse(script.error().text);
+        return refuseToRun(line, script.error().text);
     const bool windows = namesWindowFunction(*script) && (displayIsNamed() || !line.grabDirectory.empty());
     const auto stage = windows ? Stage::withWindows(line) : Stage::withoutWindows();
     if (!stage)
-        return refuse(stage.error().text);
+        return refuseToRun(line, stage.error().text);
     ScriptRunner runner{[](const QString& text) { printLine(text.toStdString()); }};
     const ScriptEnd end =
         runner.run(QString::fromStdString(*script), QString::fromStdString(line.subject), line.arguments);
@@ -136,40 +132,74 @@ int runScript(const CommandLine& line)
 int openConsole(const CommandLine& line)
 {
     if (line.grabDirectory.empty() && !displayIsNamed())
-        return refuse(noDisplay("console"));
+        return refuseToRun(line, noDisplay("console"));
     const auto stage = Stage::withWindows(line);
     if (!stage)
-        return refuse(stage.error().text);
+        return refuseToRun(line, stage.error().text);
     // pictures look the same whatever the user did before
     ConsoleWindow window{line.grabDirectory.empty() ? ConsolePlaces::ofUser() : ConsolePlaces{}};
     window.show();
     return (*stage)->finish(0);
 }
 
-int (*commandOf(Verb verb))(const CommandLine&)
+int generateText(const CommandLine& line)
+{
+    const std::string& what = line.arguments.front();
+    const std::string text = what == "man"    ? manPage()
+                             : what == "bash" ? bashCompletion()
+                             : what == "zsh"  ? zshCompletion()
+                                              : fishCompletion();
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    return ExitStatus::done;
+}
+
+struct Command
+{
+    int (*run)(const CommandLine&);
+    bool needsPlugin;
+};
+
+Command commandFor(Verb verb)
 {
     switch (verb) {
+    case Verb::info:
+        return {showInfo, false};
+    case Verb::list:
+        return {listExamples, false};
+    case Verb::check:
+        return {checkFiles, false};
+    case Verb::extract:
+        return {extractBundle, false};
+    case Verb::pack:
+        return {packExample, true};
+    case Verb::barrel:
+        return {packBarrel, true};
     case Verb::functions:
-        return listFunctions;
+        return {listFunctions, true};
     case Verb::call:
-        return callFunction;
+        return {callFunction, true};
     case Verb::run:
-        return runScript;
+        return {runScript, true};
+    case Verb::generate:
+        return {generateText, false};
     case Verb::console:
         break;
     }
-    return openConsole;
+    return {openConsole, true};
 }
 
 } // namespace
 
 int runCommand(const CommandLine& line)
 {
+    const Command command = commandFor(line.verb);
+    if (!command.needsPlugin)
+        return command.run(line);
     // lives longer than any stage, so that windows are gone when the plug-in's code is
     const auto plugin = PluginLibrary::load(QString::fromStdString(line.plugin));
     if (!plugin)
-        return refuse(plugin.error().text);
-    return commandOf(line.verb)(line);
+        return refuseToRun(line, plugin.error().text);
+    return command.run(line);
 }
 
 } // namespace HostShell

@@ -233,7 +233,7 @@ TEST(CommandLineOfTheProgram, OpensTheConsoleWhenItIsStartedFromADesktop)
 TEST(CommandLineOfTheProgram, EndsWithTwoAndOneSentenceWhenItIsWrong)
 {
     EXPECT_EQ(runHost({}), (ProgramEnd{2, "",
-                                       "hollerwick-host: a verb is missing; the verbs are functions, call, run and "
-                                       "console\n"}));
+                                       "hollerwick-host: a verb is missing; the verbs are info, list, check, extract, "
+                                       "pack, barrel, functions, call, run, console and generate\n"}));
     EXPECT_EQ(runHost({"--log-level", "loud", "functions"}).status, 2);
 }

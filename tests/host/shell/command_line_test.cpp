@@ -1,4 +1,5 @@
 #include "host/shell/command_line.h"
+#include "host/shell/command_table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,6 +35,62 @@ TEST(CommandLine, TellsTheVerbsApart)
     EXPECT_EQ(parsed({"call", "_filename"}).verb, Verb::call);
     EXPECT_EQ(parsed({"run", "a.js"}).verb, Verb::run);
     EXPECT_EQ(parsed({"console"}).verb, Verb::console);
+    EXPECT_EQ(parsed({"info", "a.zip"}).verb, Verb::info);
+    EXPECT_EQ(parsed({"list", "a.kvexs"}).verb, Verb::list);
+    EXPECT_EQ(parsed({"check", "a.zip"}).verb, Verb::check);
+    EXPECT_EQ(parsed({"extract", "a.zip"}).verb, Verb::extract);
+    EXPECT_EQ(parsed({"pack", "a.kvsch"}).verb, Verb::pack);
+    EXPECT_EQ(parsed({"barrel", "a.zip"}).verb, Verb::barrel);
+    EXPECT_EQ(parsed({"generate", "man"}).verb, Verb::generate);
+}
+
+TEST(CommandLine, TakesTheOptionsOfAPackingVerb)
+{
+    const CommandLine line =
+        parsed({"pack", "a.kvsch", "--title", "T", "--description=D", "--manufacturer", "M", "--keyword", "[a,b]",
+                "b.va", "--keyword", "c", "--primary", "b.va", "--output", "o.zip", "--force", "--dry-run", "--json"});
+    EXPECT_THAT(line.arguments, ElementsAre("a.kvsch", "b.va"));
+    EXPECT_EQ(line.title, "T");
+    EXPECT_EQ(line.description, "D");
+    EXPECT_EQ(line.manufacturer, "M");
+    EXPECT_THAT(line.keywords, ElementsAre("[a,b]", "c"));
+    EXPECT_EQ(line.primary, "b.va");
+    EXPECT_EQ(line.output, "o.zip");
+    EXPECT_TRUE(line.force && line.dryRun && line.json);
+}
+
+TEST(CommandLine, TakesFilesWithOddNamesAsTheyAre)
+{
+    EXPECT_THAT(parsed({"check", "[a,b]", "-", "--", "--json", "-x"}).arguments,
+                ElementsAre("[a,b]", "-", "--json", "-x"));
+}
+
+TEST(CommandLine, RefusesAnUnknownOptionBehindAFile)
+{
+    EXPECT_THAT(refusal({"check", "a.zip", "--jsn"}), HasSubstr("--jsn"));
+    EXPECT_THAT(refusal({"pack", "a.kvsch", "--titel", "x"}), HasSubstr("--titel"));
+}
+
+TEST(CommandLine, RefusesAVerbWithoutItsFile)
+{
+    EXPECT_EQ(refusal({"info"}), "FILE is required: info FILE");
+    EXPECT_EQ(refusal({"check", "--json"}), "FILE is required: check FILE...");
+}
+
+TEST(CommandLine, RefusesASecondFileWhereOneIsWanted)
+{
+    EXPECT_EQ(refusal({"info", "a", "b"}), "\"b\" is one too many: info FILE");
+}
+
+TEST(CommandLine, RefusesAnUnknownThingToGenerate)
+{
+    EXPECT_EQ(refusal({"generate", "html"}), "\"html\" is none of man, bash, zsh or fish");
+}
+
+TEST(CommandLine, TellsWhetherErrorsWereAskedForAsJson)
+{
+    EXPECT_TRUE(parseCommandLine({"fly", "--json"}).error().json);
+    EXPECT_FALSE(parseCommandLine({"fly", "--", "--json"}).error().json);
 }
 
 TEST(CommandLine, TakesWhatIsNoOptionOfOursBehindTheNameAsArguments)
@@ -104,13 +161,20 @@ TEST(CommandLine, GivesAValueThatLooksLikeAnOptionToTheOptionBeforeIt)
 
 TEST(CommandLine, NamesTheVerbsWhenThereIsNone)
 {
-    EXPECT_EQ(refusal({}), "a verb is missing; the verbs are functions, call, run and console");
-    EXPECT_EQ(refusal({"--log-script-calls"}), "a verb is missing; the verbs are functions, call, run and console");
+    const std::string sentence = "a verb is missing; the verbs are info, list, check, extract, pack, barrel, functions, "
+                                 "call, run, console and generate";
+    EXPECT_EQ(refusal({}), sentence);
+    EXPECT_EQ(refusal({"--log-script-calls"}), sentence);
 }
 
 TEST(CommandLine, NamesTheVerbsWhenOneIsUnknown)
 {
-    EXPECT_EQ(refusal({"fly", "--json"}), "there is no verb \"fly\"; the verbs are functions, call, run and console");
+    EXPECT_EQ(refusal({"xyzzy", "--json"}), "there is no verb \"xyzzy\"; the verbs are " + listedVerbs());
+}
+
+TEST(CommandLine, SuggestsACloseVerb)
+{
+    EXPECT_EQ(refusal({"chekc", "a.zip"}), "there is no verb \"chekc\"; did you mean check?");
 }
 
 TEST(CommandLine, RefusesACallWithoutAName)
@@ -161,7 +225,11 @@ TEST(CommandLine, EndsWithHelpOnStandardOutput)
     const auto line = parseCommandLine({"--help"});
     ASSERT_FALSE(line);
     EXPECT_EQ(line.error().status, 0);
-    for (const char* word : {"functions", "call", "run", "console", "--log-script-calls", "--log-level", "--plugin"})
+    for (const CommandRow& command : commandTable())
+        EXPECT_THAT(line.error().text, HasSubstr(std::string{command.summary}));
+    for (const StatusRow& status : statusTable())
+        EXPECT_THAT(line.error().text, HasSubstr(std::string{status.meaning}));
+    for (const char* word : {"--log-script-calls", "--log-level", "--plugin"})
         EXPECT_THAT(line.error().text, HasSubstr(word));
 }
 
