@@ -12,9 +12,10 @@ namespace {
 
 FoundExample exampleAt(const BarrelOfExamplesBundle& barrel, const OpcPackageRelationship& relationship)
 {
-    const auto name = barrel.part(relationship)
-                          .andThen([](const auto& part) { return part.uri(); })
-                          .andThen([](const auto& uri) { return uri.toString(); });
+    const auto name =
+        barrel.part(relationship).andThen([](const auto& part) { return part.uri(); }).andThen([](const auto& uri) {
+            return uri.toString();
+        });
     if (!name)
         return name.error();
     auto part = barrel.example(relationship);

@@ -66,8 +66,8 @@ struct CommandLine
 /// Why the program ends before it has done anything: it was asked for its help or version, or asked wrongly.
 struct EarlyEnd
 {
-    int status;       ///< 0 for help and version, else 2
-    std::string text; ///< for standard output when the status is 0, else one sentence for standard error
+    int status;        ///< 0 for help and version, else 2
+    std::string text;  ///< for standard output when the status is 0, else one sentence for standard error
     bool json = false; ///< whether errors were asked for as JSON too
 };
 

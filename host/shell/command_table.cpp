@@ -35,7 +35,8 @@ std::vector<OptionRow> windowOptions()
 {
     return {{"--grab", "DIR", "Save a PNG of every window that opens, then close it", &CommandLine::grabDirectory,
              Completes::directories},
-            {"--keys", "KEYS", "Type these keys first, a picture after each: names such as Tab, Ctrl+A; texts in quotes",
+            {"--keys", "KEYS",
+             "Type these keys first, a picture after each: names such as Tab, Ctrl+A; texts in quotes",
              &CommandLine::keys, Completes::nothing, "--grab"}};
 }
 
@@ -67,7 +68,8 @@ std::vector<CommandRow> inspectingCommands()
         {Verb::check,
          "check",
          "Tell every rule that a bundle or package breaks",
-         "Reads all of each file and prints every rule of the package standard and of the bundle format that it breaks: "
+         "Reads all of each file and prints every rule of the package standard and of the bundle format that it "
+         "breaks: "
          "where, what, and how to mend it. What is unusual and put up with is told as a remark.",
          {{.name = "FILE", .help = "A bundle or package", .repeats = true}},
          {json()},
@@ -104,8 +106,7 @@ std::vector<CommandRow> writingCommands()
           {"--title", "TEXT", "The title (default: the name of the primary file)", &CommandLine::title},
           {"--description", "TEXT", "What the example shows", &CommandLine::description},
           {"--manufacturer", "TEXT", "Who makes the device that the example shows", &CommandLine::manufacturer},
-          {"--keyword", "TEXT", "A keyword to find the example by; may be given several times",
-           &CommandLine::keywords},
+          {"--keyword", "TEXT", "A keyword to find the example by; may be given several times", &CommandLine::keywords},
           force(),
           dryRun(),
           json()},
@@ -135,7 +136,8 @@ std::vector<CommandRow> scriptingCommands()
         {Verb::call,
          "call",
          "Call one function and print its results, one a line",
-         "Hands each ARG over as one argument of a script function and prints its results. Words that are none of these "
+         "Hands each ARG over as one argument of a script function and prints its results. Words that are none of "
+         "these "
          "options are arguments, and behind -- all are.",
          {{"NAME", "The function's name", Completes::functions},
           {"ARG", "One argument: a text, or a JSON array of texts such as [\"a\",\"b\"]", Completes::files, false,

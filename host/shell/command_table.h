@@ -37,7 +37,7 @@ struct OptionRow
     using Place = std::variant<bool CommandLine::*, std::string CommandLine::*, LogThreshold CommandLine::*,
                                std::vector<std::string> CommandLine::*>;
 
-    std::string_view name; ///< "--json"
+    std::string_view name;  ///< "--json"
     std::string_view value; ///< as the help shows it: "DIR"; empty for a flag
     std::string_view help;
     Place place;

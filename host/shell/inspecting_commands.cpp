@@ -210,8 +210,7 @@ ListedBarrel listedBarrel(const std::string& file)
 {
     ListedBarrel listed;
     const auto barrel = BarrelOfExamplesBundle::open(toPath(file));
-    const auto examples =
-        barrel ? examplesOf(*barrel) : Result<std::vector<FoundExample>>{barrel.error()};
+    const auto examples = barrel ? examplesOf(*barrel) : Result<std::vector<FoundExample>>{barrel.error()};
     if (!examples) {
         listed.errors.push_back(examples.error());
         return listed;

@@ -103,7 +103,7 @@ std::optional<Refusal> putPrimaryFirst(Files& files, const CommandLine& line)
     };
     if (std::ranges::count_if(files, isAtTop) != 1)
         return Refusal{ExitStatus::usage, "it is not clear which file of " + line.arguments.front() +
-                                                     " is the primary one: name it with --primary"};
+                                              " is the primary one: name it with --primary"};
     const auto primary = std::ranges::find_if(files, isAtTop);
     std::rotate(files.begin(), primary, primary + 1);
     return std::nullopt;
@@ -136,8 +136,8 @@ Planned<std::string> partOf(const std::string& folder, const std::string& path, 
 {
     if (path.starts_with(".."))
         return Refusal{ExitStatus::badInput, Text::displayed(file) +
-                                                        ": lies outside the directory of the first file; move it there, "
-                                                        "or name another file first"};
+                                                 ": lies outside the directory of the first file; move it there, "
+                                                 "or name another file first"};
     const OpcPackagePartUri uri{Text::toString2(std::string_view{folder + "/" + path})};
     const auto name = uri.toString();
     if (!name)
@@ -169,8 +169,7 @@ std::optional<Refusal> outputRefusal(const std::string& output, bool force)
     if (force || !fs::exists(fs::symlink_status(output, none)))
         return std::nullopt;
     return Refusal{ExitStatus::outputExists,
-                          Text::displayed(output) +
-                              ": exists already; choose another --output, or replace it with --force"};
+                   Text::displayed(output) + ": exists already; choose another --output, or replace it with --force"};
 }
 
 Planned<PackingPlan> planned(const Files& files, const std::string& folder, const std::string& output, bool force)

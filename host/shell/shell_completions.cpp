@@ -214,9 +214,9 @@ std::string fishOption(const OptionRow& option, const std::string& condition)
 {
     std::string text = fishProgram + condition + " -l " + std::string{option.name.substr(2)};
     if (option.takesValue())
-        text += (option.completes == Completes::files ? " -r" : " -x") +
-                (option.completes == Completes::files ? std::string{" -F"}
-                                                      : fishAction(option.completes, option.words));
+        text +=
+            (option.completes == Completes::files ? " -r" : " -x") +
+            (option.completes == Completes::files ? std::string{" -F"} : fishAction(option.completes, option.words));
     return text + " -d " + quoted(option.help) + "\n";
 }
 
@@ -224,8 +224,8 @@ std::string fishCommand(const CommandRow& command)
 {
     const std::string name{command.name};
     const std::string condition = " -n '__fish_seen_subcommand_from " + name + "'";
-    std::string text = std::string{fishProgram} + " -n __fish_use_subcommand -a " + name + " -d " +
-                       quoted(command.summary) + "\n";
+    std::string text =
+        std::string{fishProgram} + " -n __fish_use_subcommand -a " + name + " -d " + quoted(command.summary) + "\n";
     for (const ArgumentRow& argument : command.arguments)
         text += fishProgram + condition + fishAction(argument.completes, argument.words) + "\n";
     for (const OptionRow& option : command.options)

@@ -109,8 +109,8 @@ FoundSource sourceOf(const CommandLine& line)
         return Source{std::make_unique<ContentBundle>(std::move(*bundle)), stemOf(file)};
     if (isBarrel(file))
         return Refusal{ExitStatus::usage, Text::displayed(file) +
-                                                    ": is a barrel of examples: choose one with --example; "
-                                                    "\"hollerwick-host list\" shows their names"};
+                                              ": is a barrel of examples: choose one with --example; "
+                                              "\"hollerwick-host list\" shows their names"};
     return badInput(bundle.error());
 }
 

@@ -100,8 +100,8 @@ TEST(BrokenPackages, AreFoundBrokenByACheckIfTheyAreRefusedAndForTheSameReason)
     for (const CorpusCase& expected : readCorpusIndex()) {
         const PackageVerdict verdict = verdictOnFile(expected.path);
         const std::vector<ErrorCode2> faults = checkedFaults(expected.path);
-        const bool isFound = std::ranges::any_of(
-            faults, [&](const ErrorCode2& fault) { return textOf(fault) == textOf(verdict); });
+        const bool isFound =
+            std::ranges::any_of(faults, [&](const ErrorCode2& fault) { return textOf(fault) == textOf(verdict); });
         if (verdict) {
             EXPECT_TRUE(isFound) << expected.name() << " is refused, and the check does not say: " << textOf(verdict);
             continue;

@@ -41,8 +41,8 @@ protected:
 
     std::string run(const char* shell, const std::string& program)
     {
-        const auto end = runProgram(QString::fromLatin1(shell),
-                                    {"-c", "cd '" + m_folder.path().string() + "' && " + program});
+        const auto end =
+            runProgram(QString::fromLatin1(shell), {"-c", "cd '" + m_folder.path().string() + "' && " + program});
         EXPECT_EQ(end.status, 0) << end;
         EXPECT_EQ(end.errors, "");
         return end.output;
@@ -52,8 +52,7 @@ protected:
     std::vector<std::string> inBash(const std::string& words)
     {
         const std::string source = script("bash");
-        return lines(run("bash", "compopt() { :; }; source '" + source +
-                                     "'; COMP_WORDS=(hollerwick-host " + words +
+        return lines(run("bash", "compopt() { :; }; source '" + source + "'; COMP_WORDS=(hollerwick-host " + words +
                                      "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _hollerwick_host; "
                                      "printf '%s\\n' \"${COMPREPLY[@]}\""));
     }
@@ -134,8 +133,8 @@ TEST(ManPage, IsGoodTroff)
         GTEST_SKIP() << "no man";
     const TemporaryFolder folder;
     const auto page = folder.write("hollerwick-host.1", runHost({"generate", "man"}).output);
-    const auto end = runProgram(QStringLiteral("/bin/sh"),
-                                {"-c", "LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l \"$0\" >/dev/null",
-                                 page.string()});
+    const auto end =
+        runProgram(QStringLiteral("/bin/sh"),
+                   {"-c", "LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -E UTF-8 -l \"$0\" >/dev/null", page.string()});
     EXPECT_EQ(end, (ProgramEnd{0, "", ""}));
 }

@@ -133,7 +133,8 @@ TEST_F(Verbs, TellEveryFaultOfAFileAndHowToMendIt)
     ASSERT_TRUE(fs::exists(broken));
     const auto end = runHost({"check", broken});
     EXPECT_EQ(end.status, 5);
-    EXPECT_THAT(end.output, HasSubstr("fault   " + broken + ": /_rels/.rels: two relationships have the same identifier: "));
+    EXPECT_THAT(end.output,
+                HasSubstr("fault   " + broken + ": /_rels/.rels: two relationships have the same identifier: "));
     EXPECT_THAT(end.output, HasSubstr("\n  mend  give one of the two another Id\n"));
     const QJsonObject check = jsonOf(runHost({"check", broken, "--json"}));
     const QJsonObject fault =
@@ -193,9 +194,8 @@ TEST_F(Verbs, AgreeWithTheVerdictOnEveryBrokenPackage)
 
 TEST_F(Verbs, ExtractABundleIntoADirectoryOfItsName)
 {
-    const auto end =
-        runProgram(QStringLiteral("/bin/sh"), {"-c", "cd \"$1\" && exec \"$0\" extract rc.kvbdl.zip", HOLLERWICK_HOST,
-                                               folder().path().string()});
+    const auto end = runProgram(QStringLiteral("/bin/sh"), {"-c", "cd \"$1\" && exec \"$0\" extract rc.kvbdl.zip",
+                                                            HOLLERWICK_HOST, folder().path().string()});
     EXPECT_EQ(end.status, 0) << end;
     EXPECT_THAT(end.output, StartsWith("rc/content/rc_lowpass.kvsch\n"));
     EXPECT_EQ(readFile(folder() / "rc/content/rc_lowpass.kvsch"), readFile(designs + "rc_lowpass/rc_lowpass.kvsch"));

@@ -128,8 +128,7 @@ void BundleCheck::checkPrimaryFile(PackageData& package)
         return m_faults.add(Errors::makeError(BundleError::noPrimaryFile, package.displayName()));
     const std::vector<PartPtr> contents = targets(package, Markup::packageSource, Layout::contentRelationship);
     if (std::ranges::find(contents, primary.front()) == contents.end())
-        m_faults.add(Errors::makeError(BundleError::noPrimaryFile,
-                                       package.parts().subjectOf(primary.front()->name),
+        m_faults.add(Errors::makeError(BundleError::noPrimaryFile, package.parts().subjectOf(primary.front()->name),
                                        "it is none of the content files, so that unpacking leaves it out"));
 }
 

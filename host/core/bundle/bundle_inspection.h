@@ -31,8 +31,8 @@ struct PlannedFile
 };
 
 /// What `ContentBundle::unpack` would write below `directory`; checks the same, and writes nothing.
-KELVARIS_CORE_API Expected<std::vector<PlannedFile>, ErrorCode2>
-plannedFiles(const OpcPackaging::OpcPackage& package, const FilePath2& directory);
+KELVARIS_CORE_API Expected<std::vector<PlannedFile>, ErrorCode2> plannedFiles(const OpcPackaging::OpcPackage& package,
+                                                                              const FilePath2& directory);
 
 struct CheckReport
 {

@@ -20,8 +20,8 @@ struct UnpackPlan
 OpcPackaging::detail::Result<UnpackPlan> planUnpacking(OpcPackaging::detail::PackageData& package);
 
 /// @return  opc 24 when the part's name is no path
-OpcPackaging::detail::Result<Disk::OutputTree::Destination>
-destinationOf(const OpcPackaging::detail::PartRecord& part, const std::string& subject);
+OpcPackaging::detail::Result<Disk::OutputTree::Destination> destinationOf(const OpcPackaging::detail::PartRecord& part,
+                                                                          const std::string& subject);
 
 /// Writes each content part of `package` to its path below `directory`; see `ContentBundle::unpack`.
 OpcPackaging::detail::Result<> unpackContent(OpcPackaging::detail::PackageData& package, const FilePath2& directory);

@@ -17,16 +17,14 @@ constexpr Errors::Sentence sentences[] = {
              u8"mark one of the files as the primary one in the editor of examples"),
     sentence(BundleError::noDocumentation, u8"the example has no documentation",
              u8"add a page called \"documentation.html\""),
-    sentence(BundleError::notADirectory, u8"files can be added to a directory only",
-             u8"choose a directory"),
+    sentence(BundleError::notADirectory, u8"files can be added to a directory only", u8"choose a directory"),
     sentence(BundleError::noManufacturer, u8"the example names no manufacturer",
              u8"name one in the editor of examples"),
     sentence(BundleError::notAnExample, u8"not an example bundle",
              u8"make an example of it first, with \"pack\" or in the editor of examples"),
     sentence(BundleError::outsideRoot, u8"the schematic lies outside the directory of the root schematic",
              u8"move the schematic below the directory of the root schematic"),
-    sentence(BundleError::noRoot, u8"the bundle has no root schematic yet",
-             u8"set the root schematic first"),
+    sentence(BundleError::noRoot, u8"the bundle has no root schematic yet", u8"set the root schematic first"),
 };
 
 } // namespace

@@ -107,9 +107,9 @@ private:
     Result<> add(Group& group)
     {
         if (group.whole && !group.pieces.empty())
-            return passOver(m_faults, Errors::makeError(OpcError::invalidPieces,
-                                                        m_archive.describe(group.pieces.front().entry),
-                                                        "an item and pieces have one name (M2.11)"));
+            return passOver(m_faults,
+                            Errors::makeError(OpcError::invalidPieces, m_archive.describe(group.pieces.front().entry),
+                                              "an item and pieces have one name (M2.11)"));
         if (group.whole)
             addItem(group, {*group.whole});
         else

@@ -161,8 +161,9 @@ TEST(CommandLine, GivesAValueThatLooksLikeAnOptionToTheOptionBeforeIt)
 
 TEST(CommandLine, NamesTheVerbsWhenThereIsNone)
 {
-    const std::string sentence = "a verb is missing; the verbs are info, list, check, extract, pack, barrel, functions, "
-                                 "call, run, console and generate";
+    const std::string sentence =
+        "a verb is missing; the verbs are info, list, check, extract, pack, barrel, functions, "
+        "call, run, console and generate";
     EXPECT_EQ(refusal({}), sentence);
     EXPECT_EQ(refusal({"--log-script-calls"}), sentence);
 }

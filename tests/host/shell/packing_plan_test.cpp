@@ -34,8 +34,7 @@ CommandLine lineFor(const std::vector<std::filesystem::path>& files)
 TEST(PackingPlan, PutsFilesAtTheirPlacesBelowTheFirstOne)
 {
     const TemporaryFolder folder;
-    const auto plan =
-        planExample(lineFor({folder.write("d/a b.kvsch", "1"), folder.write("d/models/ä.va", "22")}));
+    const auto plan = planExample(lineFor({folder.write("d/a b.kvsch", "1"), folder.write("d/models/ä.va", "22")}));
     ASSERT_TRUE(plan);
     EXPECT_THAT(partNames(*plan), ElementsAre("/content/a%20b.kvsch", "/content/models/%C3%A4.va"));
     EXPECT_EQ(plan->size(), 3U);
@@ -69,7 +68,8 @@ TEST(PackingPlan, RefusesAFileThatCannotBeRead)
     const auto plan = planExample(lineFor({folder.write("a.kvsch", ""), folder / "none.va"}));
     ASSERT_FALSE(plan);
     EXPECT_EQ(plan.error().status, ExitStatus::badInput);
-    EXPECT_THAT(plan.error().sentence, HasSubstr("none.va: cannot be opened: No such file or directory; check the path"));
+    EXPECT_THAT(plan.error().sentence,
+                HasSubstr("none.va: cannot be opened: No such file or directory; check the path"));
 }
 
 TEST(PackingPlan, RefusesAFileOutsideTheDirectoryOfTheFirst)

@@ -42,8 +42,7 @@ public:
     ///          opc 18  an id stands twice (M1.26)
     ///          opc 15, 16, 23  see `parseXml`; opc 15 for another schema (M1.20, M1.21)
     static Expected<Relationships, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view source,
-                                                     std::string_view subject,
-                                                     FaultLog* faults = nullptr);
+                                                     std::string_view subject, FaultLog* faults = nullptr);
 
     /// In the order of the document, new ones behind. Valid until the next change.
     const std::vector<Relationship>& all() const noexcept { return m_relationships; }

@@ -84,8 +84,8 @@ TEST_F(BundleCheckTest, TellsAllFaultsAndNotTheFirstAlone)
         .add("content/a.txt", "a")
         .add("CONTENT/A.TXT", "b")
         .write(file());
-    EXPECT_THAT(faults(), ElementsAre(HasSubstr("M2.14"), HasSubstr("M2.5"), HasSubstr("M2.6"), HasSubstr("'1' is no id"),
-                                      HasSubstr("the id 'r' stands twice")));
+    EXPECT_THAT(faults(), ElementsAre(HasSubstr("M2.14"), HasSubstr("M2.5"), HasSubstr("M2.6"),
+                                      HasSubstr("'1' is no id"), HasSubstr("the id 'r' stands twice")));
 }
 
 TEST_F(BundleCheckTest, TellsWhatIsNoPartOfTheFormat)

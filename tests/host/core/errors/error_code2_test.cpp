@@ -21,15 +21,20 @@ ErrorCode2 noFileName(const char8_t* subject, const char8_t* reason)
 
 TEST(ErrorCode2, MessageIsSubjectSentenceAndReason)
 {
-    EXPECT_EQ(noFileName(u8"größe/", u8"it ends").message(), String2{u8"größe/: the path has no file name: it ends; put a name at the end of the path"});
+    EXPECT_EQ(noFileName(u8"größe/", u8"it ends").message(),
+              String2{u8"größe/: the path has no file name: it ends; put a name at the end of the path"});
 }
 
 TEST(ErrorCode2, MessageLeavesOutWhatIsNotKnown)
 {
-    EXPECT_EQ(noFileName(u8"a/", u8"").message(), String2{u8"a/: the path has no file name; put a name at the end of the path"});
-    EXPECT_EQ(noFileName(u8"", u8"it ends").message(), String2{u8"the path has no file name: it ends; put a name at the end of the path"});
-    EXPECT_EQ(noFileName(u8"", u8"").message(), String2{u8"the path has no file name; put a name at the end of the path"});
-    EXPECT_EQ((ErrorCode2{2, core_error_category()}.message()), String2{u8"the path has no file name; put a name at the end of the path"});
+    EXPECT_EQ(noFileName(u8"a/", u8"").message(),
+              String2{u8"a/: the path has no file name; put a name at the end of the path"});
+    EXPECT_EQ(noFileName(u8"", u8"it ends").message(),
+              String2{u8"the path has no file name: it ends; put a name at the end of the path"});
+    EXPECT_EQ(noFileName(u8"", u8"").message(),
+              String2{u8"the path has no file name; put a name at the end of the path"});
+    EXPECT_EQ((ErrorCode2{2, core_error_category()}.message()),
+              String2{u8"the path has no file name; put a name at the end of the path"});
 }
 
 TEST(ErrorCode2, EqualCodesHaveTheSameValueInTheSameCategoryWhateverTheyAreAbout)

@@ -54,9 +54,9 @@ TEST(ErrorWords, SayOfEveryCodeWhereWhatWhyAndWhatToDo)
 
 TEST(ErrorWords, SayTheSameOfFailuresOfTheSystem)
 {
-    for (const int number : {ENOENT, EACCES, EPERM, EROFS,  ENOSPC, EDQUOT, EFBIG,  EISDIR, ENOTDIR, EEXIST, ENAMETOOLONG,
-                             EILSEQ, EINVAL, ELOOP, EMFILE, ENFILE, ENOMEM, EBUSY, ETXTBSY, EAGAIN, EIO,   ENXIO,
-                             ENODEV, ESTALE, ECANCELED}) {
+    for (const int number : {ENOENT,  EACCES,       EPERM,  EROFS,  ENOSPC, EDQUOT, EFBIG,    EISDIR, ENOTDIR,
+                             EEXIST,  ENAMETOOLONG, EILSEQ, EINVAL, ELOOP,  EMFILE, ENFILE,   ENOMEM, EBUSY,
+                             ETXTBSY, EAGAIN,       EIO,    ENXIO,  ENODEV, ESTALE, ECANCELED}) {
         const ErrorCode2 error = Errors::systemError(number, "dir: entry", "cannot be opened");
         const ErrorWords words = Errors::wordsOf(error);
         EXPECT_EQ(words.where, "dir: entry");
@@ -69,7 +69,8 @@ TEST(ErrorWords, SayTheSameOfFailuresOfTheSystem)
 
 TEST(ErrorWords, LeaveOutWhatIsNotKnown)
 {
-    const ErrorWords bare = Errors::wordsOf({static_cast<int>(OpcError::notAnArchive), IO::OpcPackaging::opc_error_category()});
+    const ErrorWords bare =
+        Errors::wordsOf({static_cast<int>(OpcError::notAnArchive), IO::OpcPackaging::opc_error_category()});
     EXPECT_EQ(bare.where, "");
     EXPECT_EQ(bare.what, "not a ZIP file");
     EXPECT_EQ(bare.why, "");

@@ -18,13 +18,15 @@ TEST(MakeError, GivesTheCodeOfItsDomainWithSubjectAndReason)
 
     const ErrorCode2 opc = Errors::makeError(OpcError::notAnArchive, "größe.zip", "it is empty");
     EXPECT_EQ(opc, (ErrorCode2{6, IO::OpcPackaging::opc_error_category()}));
-    EXPECT_EQ(opc.message(), String2{u8"größe.zip: not a ZIP file: it is empty; choose a bundle, or get the file anew if it is "
-                                      u8"one"});
+    EXPECT_EQ(opc.message(),
+              String2{u8"größe.zip: not a ZIP file: it is empty; choose a bundle, or get the file anew if it is "
+                      u8"one"});
 
     const ErrorCode2 bundle = Errors::makeError(BundleError::notAnExample, "a.zip");
     EXPECT_EQ(bundle, (ErrorCode2{7, IO::Bundle::bundle_error_category()}));
-    EXPECT_EQ(bundle.message(), String2{u8"a.zip: not an example bundle; make an example of it first, with \"pack\" or in the "
-                                         u8"editor of examples"});
+    EXPECT_EQ(bundle.message(),
+              String2{u8"a.zip: not an example bundle; make an example of it first, with \"pack\" or in the "
+                      u8"editor of examples"});
 }
 
 TEST(MakeError, GivesTheSystemsErrorWithItsSubject)
