@@ -194,14 +194,17 @@ std::uint64_t PackingPlan::size() const
 
 Planned<PackingPlan> planExample(const CommandLine& line)
 {
-    const auto isWanted = [&](const fs::path& path) { return line.output.empty() || !isSame(path, line.output); };
-    auto files = expanded(line.arguments, isWanted);
+    auto files = expanded(line.arguments, [](const fs::path&) { return true; });
     if (!files)
         return files.error();
     if (auto refusal = putPrimaryFirst(*files, line))
         return *refusal;
     const std::string output =
         !line.output.empty() || files->empty() ? line.output : stemOf(files->front()) + ".kvbdl.zip";
+    // what an earlier run has left in the directory is not of the design
+    std::erase_if(*files, [&](const std::string& file) {
+        return isSame(file, output) && std::ranges::count(line.arguments, file) == 0;
+    });
     return planned(*files, "content", output, line.force);
 }
 

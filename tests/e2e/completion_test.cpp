@@ -7,6 +7,8 @@
 
 #include <sstream>
 
+namespace fs = std::filesystem;
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
@@ -99,19 +101,37 @@ TEST_F(Completion, OffersNothingForATextInBash)
     EXPECT_THAT(inBash("pack --title t"), ElementsAre(""));
 }
 
-TEST_F(Completion, IsGoodZsh)
+TEST_F(Completion, OffersVerbsOptionsFunctionsAndFilesInZsh)
 {
     if (!isInstalled("zsh"))
         GTEST_SKIP() << "no zsh";
-    const std::string source = script("zsh");
-    run("zsh", "zsh -n '" + source + "'");
-    // the real completion system in a pseudo terminal: the words are typed, and Tab
-    const std::string offered =
-        run("zsh", "zmodload zsh/zpty; zpty z 'zsh -f'; zpty -w z \"PS1=; fpath=('" + m_folder.path().string() +
-                       "' \\$fpath); autoload -Uz compinit; compinit -u -D; source '" + source +
-                       "' 2>/dev/null; compdef _hollerwick-host hollerwick-host\"; "
-                       "zpty -d z; print done");
-    EXPECT_EQ(offered, "done\n");
+    fs::rename(script("zsh"), m_folder / "_hollerwick-host");
+    m_folder.write("some.zip", "");
+    // the real thing: words and Tab typed into an interactive shell; each read waits for what Tab must add
+    const auto typing = m_folder.write("typing.zsh", R"(
+        zmodload zsh/zpty
+        export TERM=dumb
+        zpty shell zsh -f -i
+        zpty -w shell "fpath=(${(q)PWD} \$fpath); autoload -Uz compinit; compinit -u -D; PS1=; print rea''dy"
+        zpty -r -m shell shown '*ready*'
+        complete() {
+            zpty -n -w shell "$1"$'\t'
+            zpty -r -m shell shown "*$2*" && print -r -- "$1$2"
+            zpty -n -w shell $'\C-u'
+        }
+        complete 'hollerwick-host ch' 'eck'
+        complete 'hollerwick-host --log-level er' 'ror'
+        complete 'hollerwick-host pack --ti' 'tle'
+        complete 'hollerwick-host call _create_examples_b' 'undle_editor'
+        complete 'hollerwick-host generate fi' 'sh'
+        complete 'hollerwick-host check so' 'me.zip'
+        zpty -d shell)");
+    EXPECT_EQ(run("zsh", "zsh '" + typing.string() + "'"), "hollerwick-host check\n"
+                                                           "hollerwick-host --log-level error\n"
+                                                           "hollerwick-host pack --title\n"
+                                                           "hollerwick-host call _create_examples_bundle_editor\n"
+                                                           "hollerwick-host generate fish\n"
+                                                           "hollerwick-host check some.zip\n");
 }
 
 TEST_F(Completion, OffersVerbsOptionsAndFunctionsInFish)

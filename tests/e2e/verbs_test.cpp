@@ -8,12 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
+#include <set>
 
 namespace fs = std::filesystem;
 
-using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -295,6 +293,37 @@ TEST_F(Verbs, AnswerOneWhenTheOutputCannotBeWritten)
     EXPECT_THAT(end.errors, HasSubstr(blocked + ": cannot be written: Not a directory; check the path"));
     EXPECT_THAT(text(jsonOf(end)[QStringLiteral("error")].toObject(), "message"), HasSubstr("cannot be written"));
     EXPECT_EQ(runHost({"extract", file("rc.kvbdl.zip"), "--output", blocked}).status, 1);
+}
+
+TEST_F(Verbs, SayTheSameSentenceAsTheScriptAndTheLog)
+{
+    const std::string blocked = folder().write("plain", "x").string() + "/below";
+    const std::string sentence = blocked + ": cannot be written: Not a directory; check the path: a file stands where "
+                                           "it names a directory";
+    EXPECT_EQ(runHost({"pack", designs + "rc_lowpass/rc_lowpass.kvsch", "--output", blocked}).errors,
+              "hollerwick-host: " + sentence + "\n");
+    EXPECT_EQ(runHost({"call", "_create_example", designs + "rc_lowpass/rc_lowpass.kvsch", blocked, "x"}).output,
+              "FAILED: " + sentence + "\n");
+    const std::string noBarrel = file("rc.kvbdl.zip") + ": the file is a bundle of another kind: a barrel of examples was "
+                                                        "expected, this is an example bundle; choose a bundle of the "
+                                                        "kind that is wanted";
+    EXPECT_EQ(runHost({"list", file("rc.kvbdl.zip")}).errors, "hollerwick-host: " + noBarrel + "\n");
+    const auto unpacked = runHost({"extract", file("plain")}).errors;
+    const auto logged = runHost({"call", "_unpack_content_bundle", file("plain"), file("new")}).errors;
+    EXPECT_EQ(logged.substr(logged.find(file("plain"))), unpacked.substr(unpacked.find(file("plain"))));
+}
+
+TEST_F(Verbs, LeaveThePackedBundleOutOfTheNextOne)
+{
+    folder().write("design/a.kvsch", "x");
+    const auto pack = [&] {
+        return runProgram(QStringLiteral("/bin/sh"), {"-c", "cd \"$1\" && exec \"$0\" pack . --force --dry-run",
+                                                      HOLLERWICK_HOST, file("design")});
+    };
+    const auto first = pack();
+    EXPECT_EQ(first.output, "/content/a.kvsch  ./a.kvsch\na.kvbdl.zip\n") << first;
+    folder().write("design/a.kvbdl.zip", "an old one");
+    EXPECT_EQ(pack(), first);
 }
 
 TEST_F(Verbs, AnswerTwoForAWrongCommandLineInJsonToo)
