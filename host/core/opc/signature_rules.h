@@ -28,6 +28,7 @@ public:
     Result<> verifyParts();
 
 private:
+    Result<> verifyPart(const PartRecord& part);
     Result<> verifyOrigin(const RelationshipRecord& relationship);
     Result<> verifySource(const RelationshipRecord& relationship);
     Result<> verifyTarget(const RelationshipRecord& relationship, std::string_view mediaType);
