@@ -304,9 +304,10 @@ TEST_F(Verbs, SayTheSameSentenceAsTheScriptAndTheLog)
               "hollerwick-host: " + sentence + "\n");
     EXPECT_EQ(runHost({"call", "_create_example", designs + "rc_lowpass/rc_lowpass.kvsch", blocked, "x"}).output,
               "FAILED: " + sentence + "\n");
-    const std::string noBarrel = file("rc.kvbdl.zip") + ": the file is a bundle of another kind: a barrel of examples was "
-                                                        "expected, this is an example bundle; choose a bundle of the "
-                                                        "kind that is wanted";
+    const std::string noBarrel = file("rc.kvbdl.zip") +
+                                 ": the file is a bundle of another kind: a barrel of examples was "
+                                 "expected, this is an example bundle; choose a bundle of the "
+                                 "kind that is wanted";
     EXPECT_EQ(runHost({"list", file("rc.kvbdl.zip")}).errors, "hollerwick-host: " + noBarrel + "\n");
     const auto unpacked = runHost({"extract", file("plain")}).errors;
     const auto logged = runHost({"call", "_unpack_content_bundle", file("plain"), file("new")}).errors;
@@ -317,8 +318,8 @@ TEST_F(Verbs, LeaveThePackedBundleOutOfTheNextOne)
 {
     folder().write("design/a.kvsch", "x");
     const auto pack = [&] {
-        return runProgram(QStringLiteral("/bin/sh"), {"-c", "cd \"$1\" && exec \"$0\" pack . --force --dry-run",
-                                                      HOLLERWICK_HOST, file("design")});
+        return runProgram(QStringLiteral("/bin/sh"),
+                          {"-c", "cd \"$1\" && exec \"$0\" pack . --force --dry-run", HOLLERWICK_HOST, file("design")});
     };
     const auto first = pack();
     EXPECT_EQ(first.output, "/content/a.kvsch  ./a.kvsch\na.kvbdl.zip\n") << first;
