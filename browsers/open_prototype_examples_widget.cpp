@@ -15,8 +15,8 @@ namespace {
 
 /// Room for three columns of usual texts.
 constexpr QSize windowSize{960, 640};
-constexpr int titleWidth = 280;
-constexpr int descriptionWidth = 380;
+constexpr int titleWidth = 350;
+constexpr int descriptionWidth = 340;
 
 FilePath2 askForDirectory()
 {

@@ -25,7 +25,7 @@ PICTURES = [
     ("examples-editor", ["call", "_create_examples_bundle_editor", "{out}/samples.kvexs"], "Tab Down Down"),
     ("scriptable-editor", ["call", "_proto_scriptable_bundle_editor"], "Tab 'print(\"Hello\");'"),
     ("bundle-viewer", ["call", "_bundle_viewer", "{out}/buck_converter.kvbdl.zip"], ""),
-    ("package-browser", ["call", "_proto_package_browser", "{out}/buck_converter.kvbdl.zip"], "Down Right Down Right"),
+    ("package-browser", ["call", "_proto_package_browser", "{out}/buck_converter.kvbdl.zip"], "Right Down Right Down"),
     ("examples-browser", ["call", "_proto_examples_browser2", "{out}/samples.kvexs"], "Down"),
     ("prototype-browser", ["call", "_proto_example_browser", "{out}"], ""),
     ("console", ["console"],
