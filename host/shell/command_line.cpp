@@ -42,7 +42,7 @@ public:
     std::string make_usage(const CLI::App* app, std::string /*name*/) const override
     {
         const CommandRow* const command = findCommand(app->get_name());
-        return "\nUsage: hollerwick-host [OPTIONS] " + (command == nullptr ? "VERB" : synopsisOf(*command)) + "\n";
+        return "\nUsage: hollerwick-host " + (command == nullptr ? "VERB" : synopsisOf(*command)) + " [OPTIONS]\n";
     }
 };
 

@@ -18,6 +18,9 @@ namespace {
 
 const std::string types = "http://schemas.kelvaris.example/package/2025/relationships/";
 
+constexpr const char* propertiesType =
+    "<Override PartName=\"/bundle.xml\" ContentType=\"application/vnd.kelvaris.bundle-properties+xml\"/>";
+
 std::string relationship(const std::string& id, const std::string& type, const std::string& target)
 {
     return "<Relationship Id=\"" + id + "\" Type=\"" + types + type + "\" Target=\"" + target + "\"/>";
@@ -32,7 +35,7 @@ std::string bundleXml(const std::string& kind)
 void writeBundle(const fs::path& path, const std::string& kind, const std::string& relationships)
 {
     PackageFile{}
-        .addContentTypes()
+        .addContentTypes(propertiesType)
         .addRelationships(relationship("p", "bundle/properties", "bundle.xml") +
                           relationship("c", "content-bundle/content", "content/a.txt") + relationships)
         .add("bundle.xml", bundleXml(kind))
@@ -126,7 +129,7 @@ TEST_F(BundleCheckTest, LooksIntoTheExamplesOfABarrel)
         .add("examples/in.zip", readFile(folder() / "in.zip"))
         .add("examples/plain.zip", "no package")
         .write(file());
-    EXPECT_THAT(faults(), ElementsAre(HasSubstr("/examples/in.zip: the file is a bundle of another kind"),
+    EXPECT_THAT(faults(), ElementsAre(HasSubstr("examples/in.zip: the file is a bundle of another kind"),
                                       HasSubstr("examples/plain.zip: not a ZIP file")));
 }
 
