@@ -28,14 +28,14 @@ int actions()
     return wanted == nullptr ? actionCount : std::atoi(wanted);
 }
 
-/// What stands in the file system; the pipes of Qt's own threads come and go.
+/// Files of ours and of the user. Qt keeps pipes for its threads and files of the system, the media types for one.
 std::vector<std::string> openFiles()
 {
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator{"/proc/self/fd"}) {
         std::error_code gone; // the one with which this directory is read
         const fs::path file = fs::read_symlink(entry.path(), gone);
-        if (!gone && file.is_absolute() && !file.string().ends_with("/fd"))
+        if (!gone && file.is_absolute() && !file.string().starts_with("/usr/") && !file.string().ends_with("/fd"))
             files.push_back(file);
     }
     std::ranges::sort(files);
@@ -78,6 +78,7 @@ TEST(LongLife, TakesNoMoreMemoryAndLeavesNoFileOpenOrBehind)
     EXPECT_EQ(openFiles(), filesBefore);
     EXPECT_LE(allocatedBytes(), bytesBefore + (std::size_t{4} << 20));
     EXPECT_TRUE(fs::is_empty(folder / "tmp"));
+    unsetenv("TMPDIR");
     RecordProperty("bytes_before", std::to_string(bytesBefore));
     RecordProperty("bytes_after", std::to_string(allocatedBytes()));
 }
