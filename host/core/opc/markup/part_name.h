@@ -47,8 +47,8 @@ KELVARIS_CORE_API std::string partNameKey(std::string_view name);
 /// What stands behind the last dot of the last segment, as it is written; empty when there is none.
 KELVARIS_CORE_API std::string_view extensionOf(std::string_view partName) noexcept;
 
-/// Whether a Default of the content types may name that extension: the schema's pattern is a segment's characters without
-/// the dot, and without the semicolon.
+/// Whether a Default of the content types may name that extension: the schema's pattern is a segment's characters
+/// without the dot, and without the semicolon.
 KELVARIS_CORE_API bool isDefaultExtension(std::string_view text) noexcept;
 
 /// Whether a part of that name holds relationships: "/_rels/.rels", "/a/_rels/b.xml.rels", in any ASCII case (M1.30).
