@@ -37,7 +37,9 @@ bool runGuarded(Step&& step) noexcept
 template <class Slot>
 auto guarded(Slot slot)
 {
-    return [slot = std::move(slot)](auto&&... arguments) {
+    // The return type is told, so that Qt, which tries every number of arguments, compiles the body for one of them
+    // only.
+    return [slot = std::move(slot)](auto&&... arguments) -> void {
         if constexpr (std::is_invocable_v<const Slot&, decltype(arguments)...>)
             runGuarded([&] { slot(std::forward<decltype(arguments)>(arguments)...); });
         else
