@@ -116,6 +116,14 @@ Result<Zip::ByteSourcePtr> PackageItems::openNested(const PackageItem& item, std
 
 Result<> PackageItems::write(const FilePath2& path, const Generated& generated) const
 {
+    auto written = writeItems(path, generated);
+    if (m_store != nullptr)
+        m_store->rest();
+    return written;
+}
+
+Result<> PackageItems::writeItems(const FilePath2& path, const Generated& generated) const
+{
     auto file = Disk::ReplacementFile::create(path);
     if (!file)
         return file.error();

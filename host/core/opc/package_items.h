@@ -67,12 +67,13 @@ public:
     Result<> stream(const PackageItem& item, std::string_view subject, const Disk::ByteSink& sink) const;
     Result<Zip::ByteSourcePtr> openNested(const PackageItem& item, std::string_view subject) const;
 
-    /// Saves everything.
+    /// Saves everything. No thread runs afterwards.
     /// @return  the error of reading or writing; the file is as it was then
     Result<> write(const FilePath2& path, const Generated& generated) const;
 
 private:
     Zip::PayloadStore& store();
+    Result<> writeItems(const FilePath2& path, const Generated& generated) const;
     Result<std::vector<std::byte>> readPieces(const PackageItem& item, std::string_view subject) const;
 
     Zip::ByteSourcePtr m_source;

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "host/core/opc/zip/payload_store.h"
+#include "host/core/opc/zip/effort.h"
+#include "host/core/paths/disk/byte_sink.h"
+#include "kelvaris/system/error_code2.h"
+#include "kelvaris/system/expected.h"
 
 #include <cstddef>
 #include <memory>

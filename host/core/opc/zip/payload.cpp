@@ -11,16 +11,30 @@ Payload::Payload(ByteSourcePtr packed, Method method, std::uint32_t crc, std::ui
 {
 }
 
+Payload::Payload(PackingJobPtr job) noexcept : m_job{std::move(job)}, m_size{m_job->size()} {}
+
 Payload::~Payload() = default;
+
+const ByteSourcePtr& Payload::packedBytes() const
+{
+    if (m_job == nullptr)
+        return m_packed;
+    PackedBytes result = m_job->result();
+    m_method = result.method;
+    m_crc = result.crc;
+    m_packed = memorySource(std::move(result.bytes), {});
+    m_job.reset();
+    return m_packed;
+}
 
 PackedData Payload::data(std::string_view subject) const
 {
-    return {.source = *m_packed,
+    return {.source = packed(),
             .offset = 0,
-            .compressedSize = m_packed->size(),
+            .compressedSize = compressedSize(),
             .size = m_size,
-            .crc = m_crc,
-            .method = m_method,
+            .crc = crc(),
+            .method = method(),
             .subject = std::string{subject}};
 }
 
@@ -36,8 +50,8 @@ Expected<void, ErrorCode2> Payload::stream(std::string_view subject, const Disk:
 
 Expected<ByteSourcePtr, ErrorCode2> Payload::openNested(std::string displayName) const
 {
-    if (m_method == Method::stored)
-        return windowSource(m_packed, 0, m_size, std::move(displayName));
+    if (method() == Method::stored)
+        return windowSource(packedBytes(), 0, m_size, std::move(displayName));
     auto bytes = read(displayName);
     if (!bytes)
         return bytes.error();

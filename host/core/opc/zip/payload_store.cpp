@@ -2,13 +2,13 @@
 
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/limits.h"
-#include "host/core/opc/zip/deflate.h"
+#include "host/core/opc/zip/packing_workers.h"
 #include "host/core/paths/disk/scratch_file.h"
 
 #include <libdeflate.h>
 
 #include <algorithm>
-#include <optional>
+#include <deque>
 #include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Zip {
@@ -24,6 +24,12 @@ constexpr std::size_t memoryBudget = std::size_t{16} << 20;
 constexpr std::size_t blockSize = std::size_t{4} << 20;
 constexpr std::size_t maximumBlockSize = std::size_t{8} << 20;
 static_assert(maximumBlockSize <= Limits::inflateGrace, "larger blocks could shrink beyond what a reader believes");
+
+/// How much the threads may be behind: enough that none of them waits while the next file is read.
+constexpr std::size_t backlogSize = std::size_t{8} << 20;
+
+/// What is smaller is compressed in the time that handing it over takes.
+constexpr std::size_t worthHandingOver = std::size_t{2} << 10;
 
 constexpr std::size_t pieceSize = std::size_t{1} << 20;
 
@@ -112,8 +118,13 @@ private:
 class PayloadStore::Data
 {
 public:
+    using Buffer = std::unique_ptr<const std::byte[]>;
+
     Expected<PayloadPtr, ErrorCode2> takeBlock(Bytes bytes, Effort effort);
+    Expected<PayloadPtr, ErrorCode2> takeBlock(Buffer bytes, std::size_t size, Effort effort);
     Expected<PayloadPtr, ErrorCode2> takeStream(const Input& input, Effort effort);
+
+    PackingWorkers& workers() noexcept { return m_workers; }
 
 private:
     /// The piece of the temporary file that is being written.
@@ -124,26 +135,34 @@ private:
         std::uint32_t crc = 0;
     };
 
-    Expected<ByteSourcePtr, ErrorCode2> keep(Bytes packed);
-    ByteSourcePtr keepInMemory(Bytes packed);
+    Expected<ByteSourcePtr, ErrorCode2> keep(const ByteSourcePtr& packed);
+    ByteSourcePtr keepInMemory(const ByteSourcePtr& packed);
+    Expected<void, ErrorCode2> settle(std::size_t room);
+    Expected<void, ErrorCode2> settleOldest();
     Expected<void, ErrorCode2> openScratch();
     Expected<bool, ErrorCode2> isWorthwhile(const Input& input);
     Expected<Packed, ErrorCode2> pack(const Input& input, Method method, Effort effort);
     PayloadPtr payload(const Packed& packed, Method method) const;
 
-    BlockDeflater m_deflater;
+    struct Unsettled
+    {
+        std::weak_ptr<Payload> payload;
+        std::size_t size = 0;
+    };
+
+    std::shared_ptr<BlockDeflater> m_deflater = std::make_shared<BlockDeflater>();
     std::shared_ptr<std::size_t> m_inMemory = std::make_shared<std::size_t>(0);
     std::shared_ptr<Disk::ScratchFile> m_scratch;
+    std::deque<Unsettled> m_backlog; ///< what was handed over, and is not kept yet
+    std::size_t m_backlogSize = 0;
+    PackingWorkers m_workers;
 };
 
-ByteSourcePtr PayloadStore::Data::keepInMemory(Bytes packed)
+ByteSourcePtr PayloadStore::Data::keepInMemory(const ByteSourcePtr& packed)
 {
-    auto source = memorySource({packed.begin(), packed.end()}, {});
-    const ByteSource* bytes = source.get();
-    *m_inMemory += packed.size();
+    *m_inMemory += packed->size();
     // the last one who uses the bytes gives their share of the budget back
-    return {bytes,
-            [source = std::move(source), budget = m_inMemory](const ByteSource* kept) { *budget -= kept->size(); }};
+    return {packed.get(), [packed, budget = m_inMemory](const ByteSource* kept) { *budget -= kept->size(); }};
 }
 
 Expected<void, ErrorCode2> PayloadStore::Data::openScratch()
@@ -157,27 +176,67 @@ Expected<void, ErrorCode2> PayloadStore::Data::openScratch()
     return {};
 }
 
-Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::keep(Bytes packed)
+Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::keep(const ByteSourcePtr& packed)
 {
-    if (packed.size() <= memoryBudget - *m_inMemory)
+    if (packed->size() <= memoryBudget - *m_inMemory)
         return keepInMemory(packed);
     if (auto opened = openScratch(); !opened)
         return opened.error();
-    const auto offset = m_scratch->append(packed);
+    std::vector<std::byte> bytes(packed->size());
+    const auto offset = packed->readAt(0, bytes).andThen([&] { return m_scratch->append(bytes); });
     if (!offset)
         return offset.error();
-    return ByteSourcePtr{std::make_shared<ScratchSource>(m_scratch, *offset, packed.size())};
+    return ByteSourcePtr{std::make_shared<ScratchSource>(m_scratch, *offset, bytes.size())};
+}
+
+Expected<void, ErrorCode2> PayloadStore::Data::settleOldest()
+{
+    if (const auto payload = m_backlog.front().payload.lock()) {
+        auto kept = keep(payload->packedBytes());
+        if (!kept)
+            return kept.error(); // it stays in memory, where it can still be read; the next call tries again
+        payload->moveTo(*std::move(kept));
+    }
+    m_backlogSize -= m_backlog.front().size;
+    m_backlog.pop_front();
+    return {};
+}
+
+/// Makes room in the backlog, and keeps what is done anyway.
+Expected<void, ErrorCode2> PayloadStore::Data::settle(std::size_t room)
+{
+    const auto isOldestDone = [this] {
+        const auto payload = m_backlog.front().payload.lock();
+        return payload == nullptr || payload->isPacked();
+    };
+    while (!m_backlog.empty() && (m_backlogSize + room > backlogSize || isOldestDone())) {
+        if (auto settled = settleOldest(); !settled)
+            return settled;
+    }
+    return {};
 }
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effort effort)
 {
-    const std::uint32_t crc = libdeflate_crc32(0, bytes.data(), bytes.size());
-    const auto compressed = m_deflater.deflate(bytes, effort);
-    auto kept = keep(compressed.empty() ? bytes : compressed);
+    PackedBytes packed = packBlock(bytes, effort, *m_deflater);
+    auto kept = keep(memorySource(std::move(packed.bytes), {}));
     if (!kept)
         return kept.error();
-    const Method method = compressed.empty() ? Method::stored : Method::deflated;
-    return PayloadPtr{std::make_shared<Payload>(*std::move(kept), method, crc, bytes.size())};
+    return PayloadPtr{std::make_shared<Payload>(*std::move(kept), packed.method, packed.crc, bytes.size())};
+}
+
+Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Buffer bytes, std::size_t size, Effort effort)
+{
+    if (effort == Effort::store || size < worthHandingOver || !m_workers.canHelp())
+        return takeBlock({bytes.get(), size}, effort);
+    if (auto settled = settle(size); !settled)
+        return settled.error();
+    const auto job = std::make_shared<PackingJob>(std::move(bytes), size, effort, m_deflater);
+    auto payload = std::make_shared<Payload>(job);
+    m_backlog.push_back({payload, size});
+    m_backlogSize += size;
+    m_workers.add(job);
+    return PayloadPtr{std::move(payload)};
 }
 
 Expected<bool, ErrorCode2> PayloadStore::Data::isWorthwhile(const Input& input)
@@ -190,7 +249,7 @@ Expected<bool, ErrorCode2> PayloadStore::Data::isWorthwhile(const Input& input)
         if (!count)
             return count.error();
         tried += *count;
-        left += m_deflater.probe(std::span{sample}.first(*count));
+        left += m_deflater->probe(std::span{sample}.first(*count));
     }
     return left < tried - tried / worthwhileShare;
 }
@@ -261,13 +320,23 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file,
     const std::size_t limit = blockSizeFor(effort);
     // one byte more than there should be shows whether the file has grown
     const std::size_t room = std::min<std::uint64_t>(file.size(), limit) + 1;
-    const auto buffer = std::make_unique_for_overwrite<std::byte[]>(room);
+    auto buffer = std::make_unique_for_overwrite<std::byte[]>(room);
     const auto count = input.readAt(0, {buffer.get(), room});
     if (!count)
         return count.error();
     if (*count < room && *count <= limit)
-        return m_data->takeBlock({buffer.get(), *count}, effort);
+        return m_data->takeBlock(std::move(buffer), *count, effort);
     return m_data->takeStream(input, effort);
+}
+
+void PayloadStore::rest() noexcept
+{
+    m_data->workers().finish();
+}
+
+void PayloadStore::setThreads(unsigned threads) noexcept
+{
+    m_data->workers().setLimit(threads);
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Zip

@@ -8,8 +8,10 @@
 
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
+#include <iterator>
 #include <optional>
 
 using namespace Kelvaris::System;
@@ -217,6 +219,144 @@ TEST(PayloadStore, ManyPayloadsBeyondTheBudgetAreAllKept)
         kept.push_back(store.take(bytesOf(noise(mebibyte, i)), Effort::normal).value());
     for (unsigned i = 0; i < 40; ++i)
         EXPECT_TRUE(bytesIn(*kept[i]) == noise(mebibyte, i)) << i;
+}
+
+namespace {
+
+constexpr unsigned threadCounts[] = {0, 1, 2, 7};
+
+std::ptrdiff_t runningThreads()
+{
+    return std::distance(fs::directory_iterator{"/proc/self/task"}, fs::directory_iterator{});
+}
+
+/// Files of many sizes, of which each fifth does not shrink.
+std::vector<fs::path> manyFiles(const TemporaryFolder& folder, unsigned count)
+{
+    std::vector<fs::path> paths;
+    for (unsigned i = 0; i < count; ++i) {
+        const std::size_t size = i * 7919U % 60'000U;
+        const std::string name = std::to_string(i);
+        paths.push_back(folder.write(name, i % 5 == 0 ? noise(size, i) : lines(size) + name));
+    }
+    return paths;
+}
+
+std::vector<PayloadPtr> takeAll(PayloadStore& store, const std::vector<fs::path>& paths)
+{
+    std::vector<PayloadPtr> payloads;
+    for (const fs::path& path : paths)
+        payloads.push_back(takeFile(store, path, Effort::normal).value());
+    return payloads;
+}
+
+} // namespace
+
+TEST(PayloadStore, GivesTheSameBytesForAnyNumberOfThreads)
+{
+    const TemporaryFolder folder;
+    const auto paths = manyFiles(folder, 300);
+    PayloadStore alone;
+    alone.setThreads(0);
+    const auto expected = takeAll(alone, paths);
+    for (const unsigned threads : threadCounts) {
+        PayloadStore store;
+        store.setThreads(threads);
+        const auto payloads = takeAll(store, paths);
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            EXPECT_TRUE(packedBytes(*payloads[i]) == packedBytes(*expected[i])) << i;
+            EXPECT_EQ(payloads[i]->crc(), expected[i]->crc());
+            EXPECT_EQ(payloads[i]->method(), expected[i]->method());
+            EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i])) << i;
+        }
+    }
+}
+
+TEST(PayloadStore, LetsNoThreadRunAfterItRestsOrIsGone)
+{
+    const TemporaryFolder folder;
+    const auto paths = manyFiles(folder, 100);
+    const auto before = runningThreads();
+    std::vector<PayloadPtr> payloads;
+    {
+        PayloadStore store;
+        store.setThreads(3);
+        payloads = takeAll(store, paths);
+        store.rest();
+        EXPECT_EQ(runningThreads(), before);
+        std::ranges::move(takeAll(store, paths), std::back_inserter(payloads));
+    }
+    EXPECT_EQ(runningThreads(), before);
+    for (std::size_t i = 0; i < payloads.size(); ++i)
+        EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i % paths.size()])) << i;
+}
+
+TEST(PayloadStore, FilesThatThreadsCompressAreTakenInWhenTheCallReturns)
+{
+    const TemporaryFolder folder;
+    const auto paths = manyFiles(folder, 50);
+    PayloadStore store;
+    store.setThreads(2);
+    std::vector<std::string> expected;
+    std::vector<PayloadPtr> payloads;
+    for (const fs::path& path : paths) {
+        expected.push_back(readFile(path));
+        payloads.push_back(takeFile(store, path, Effort::normal).value());
+        std::ofstream{path, std::ios::binary} << "changed";
+    }
+    for (std::size_t i = 0; i < payloads.size(); ++i)
+        EXPECT_TRUE(bytesIn(*payloads[i]) == expected[i]) << i;
+}
+
+TEST(PayloadStore, PayloadsThatNobodyWantsAreDroppedWhateverTheirState)
+{
+    const TemporaryFolder folder;
+    const auto paths = manyFiles(folder, 50);
+    PayloadStore store;
+    store.setThreads(2);
+    for (int round = 0; round < 20; ++round) {
+        for (const fs::path& path : paths)
+            (void)takeFile(store, path, Effort::fast).value();
+    }
+    EXPECT_EQ(takeAll(store, paths).size(), paths.size());
+}
+
+TEST(PayloadStore, WhatThreadsCompressBeyondTheBudgetIsKeptAndAFullDiskIsToldWithoutLoss)
+{
+    const TemporaryFolder folder;
+    // sixteen fill the budget, and the threads may be eight behind
+    std::vector<fs::path> paths;
+    for (unsigned i = 0; i < 40; ++i)
+        paths.push_back(folder.write(std::to_string(i), noise(mebibyte, i)));
+    for (const unsigned threads : threadCounts) {
+        PayloadStore store;
+        store.setThreads(threads);
+        const auto payloads = takeAll(store, paths);
+        for (std::size_t i = 0; i < paths.size(); ++i)
+            EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i])) << i;
+
+        PayloadStore full;
+        full.setThreads(threads);
+        std::vector<PayloadPtr> kept;
+        std::optional<ErrorCode2> error;
+        {
+            const EnvironmentVariable directory{"TMPDIR", folder / "missing"};
+            for (std::size_t i = 0; i < paths.size() && !error; ++i) {
+                auto payload = takeFile(full, paths[i], Effort::normal);
+                if (payload)
+                    kept.push_back(*payload);
+                else
+                    error = payload.error();
+            }
+        }
+        ASSERT_TRUE(error) << threads;
+        EXPECT_EQ(*error, systemCode(ENOENT));
+        EXPECT_GE(kept.size(), 16U);
+        EXPECT_LE(kept.size(), 25U) << "more than the budget and the backlog stands in memory";
+        for (std::size_t i = 0; i < kept.size(); ++i)
+            EXPECT_TRUE(bytesIn(*kept[i]) == readFile(paths[i])) << i;
+        EXPECT_TRUE(takeFile(full, paths.back(), Effort::normal)) << "there is room now";
+    }
 }
 
 TEST(PayloadStore, AFailureLeavesTheStoreUsable)

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/core/opc/zip/packing_job.h"
+
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace Kelvaris::System::IO::OpcPackaging::Zip {
+
+/// Threads that compress while their owner reads the next file. They begin with the jobs and end with them: where
+/// nothing waits, nothing runs.
+///
+/// One thread at a time owns the object; what it adds is taken by as many threads as the machine has processors,
+/// the owner's own among them.
+class KELVARIS_CORE_API PackingWorkers
+{
+public:
+    PackingWorkers();
+    PackingWorkers(const PackingWorkers&) = delete;
+    PackingWorkers& operator=(const PackingWorkers&) = delete;
+
+    /// As `finish`.
+    ~PackingWorkers();
+
+    /// Whether there is a processor besides the one that the owner has.
+    bool canHelp() const noexcept { return m_limit > 0; }
+
+    /// Another limit than the machine's; for tests.
+    void setLimit(unsigned threads) noexcept { m_limit = threads; }
+
+    void add(const PackingJobPtr& job);
+
+    /// No thread runs afterwards. What waits still is done where its result is needed.
+    void finish() noexcept;
+
+private:
+    void startWorker();
+    void work() noexcept;
+    PackingJobPtr next() noexcept;
+
+    unsigned m_limit;
+    std::mutex m_mutex; ///< of the next two
+    std::deque<PackingJobPtr> m_waiting;
+    unsigned m_running = 0;
+    std::vector<std::jthread> m_threads; ///< those that run, and those that have ended since
+};
+
+} // namespace Kelvaris::System::IO::OpcPackaging::Zip
