@@ -19,6 +19,9 @@ constexpr std::string_view notWritten = "cannot be written";
 constexpr std::size_t bufferSize = 256 * 1024;
 constexpr std::size_t copyChunk = 1024 * 1024;
 
+/// The disk begins with a file of which so much is written, rather than with all of it at the end.
+constexpr std::uint64_t writingChunk = std::uint64_t{32} << 20;
+
 /// What the kernel allows too (MAXSYMLINKS).
 constexpr int maximumLinks = 40;
 
@@ -62,7 +65,8 @@ ReplacementFile::ReplacementFile(std::string target, std::string displayName)
 ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
     : m_target{std::move(other.m_target)}, m_displayName{std::move(other.m_displayName)},
       m_temporary{std::exchange(other.m_temporary, {})}, m_handle{std::move(other.m_handle)},
-      m_replaced{other.m_replaced}, m_buffer{std::exchange(other.m_buffer, {})}, m_flushed{other.m_flushed}
+      m_replaced{other.m_replaced}, m_buffer{std::exchange(other.m_buffer, {})}, m_flushed{other.m_flushed},
+      m_onItsWay{other.m_onItsWay}
 {
 }
 
@@ -125,10 +129,19 @@ Expected<void, ErrorCode2> ReplacementFile::writeThrough(std::span<const std::by
         const ssize_t count = SystemCalls::writeAt(m_handle.get(), bytes, m_flushed);
         if (count < 0)
             return failure();
-        m_flushed += static_cast<std::uint64_t>(count);
+        advance(static_cast<std::uint64_t>(count));
         bytes = bytes.subspan(static_cast<std::size_t>(count));
     }
     return {};
+}
+
+void ReplacementFile::advance(std::uint64_t written) noexcept
+{
+    m_flushed += written;
+    if (m_flushed - m_onItsWay < writingChunk)
+        return;
+    SystemCalls::startWriting(m_handle.get(), m_onItsWay, m_flushed - m_onItsWay);
+    m_onItsWay = m_flushed;
 }
 
 Expected<void, ErrorCode2> ReplacementFile::flush()
@@ -155,11 +168,11 @@ Expected<void, ErrorCode2> ReplacementFile::append(const InputFile& source, std:
     if (auto flushed = flush(); !flushed)
         return flushed;
     while (length > 0) {
-        const auto chunk = static_cast<std::size_t>(std::min<std::uint64_t>(length, std::uint64_t{1} << 30));
+        const auto chunk = static_cast<std::size_t>(std::min(length, writingChunk));
         const ssize_t count = SystemCalls::copyRange(source.handle().get(), offset, m_handle.get(), m_flushed, chunk);
         if (count <= 0) // not between these two files, or a failure: reading and writing tells which one's
             return appendByReading(source, offset, length);
-        m_flushed += static_cast<std::uint64_t>(count);
+        advance(static_cast<std::uint64_t>(count));
         offset += static_cast<std::uint64_t>(count);
         length -= static_cast<std::uint64_t>(count);
     }

@@ -64,6 +64,7 @@ private:
     Expected<void, ErrorCode2> flush();
     Expected<void, ErrorCode2> writeThrough(std::span<const std::byte> bytes);
     Expected<void, ErrorCode2> appendByReading(const InputFile& source, std::uint64_t offset, std::uint64_t length);
+    void advance(std::uint64_t written) noexcept;
     ErrorCode2 failure() const;
 
     /// What is known of the file that stood there.
@@ -82,6 +83,7 @@ private:
     Replaced m_replaced;
     std::vector<std::byte> m_buffer;
     std::uint64_t m_flushed = 0;
+    std::uint64_t m_onItsWay = 0; ///< so much the system is told to write to the disk already
 };
 
 } // namespace Kelvaris::System::Disk

@@ -127,6 +127,11 @@ int flush(int file) noexcept
     return calling([&] { return ::fsync(file); });
 }
 
+void startWriting(int file, std::uint64_t offset, std::uint64_t length) noexcept
+{
+    (void)::sync_file_range(file, static_cast<off_t>(offset), static_cast<off_t>(length), SYNC_FILE_RANGE_WRITE);
+}
+
 int rename(const char* from, const char* to) noexcept
 {
     return calling([&] { return ::rename(from, to); });

@@ -31,6 +31,10 @@ int makeTemporaryDirectory(char* pattern) noexcept;
 int makeTemporaryFile(char* pattern) noexcept;
 
 int flush(int file) noexcept;
+
+/// Has the system begin to write a stretch to the disk, without waiting for it. A hint: a failure changes nothing.
+void startWriting(int file, std::uint64_t offset, std::uint64_t length) noexcept;
+
 int rename(const char* from, const char* to) noexcept;
 int truncate(int file, std::uint64_t size) noexcept;
 int setMode(int file, mode_t mode) noexcept;
