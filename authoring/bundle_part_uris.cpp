@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <unordered_map>
 
 namespace Authoring {
 
@@ -49,9 +50,31 @@ fs::path weaklyCanonical(const fs::path& path)
     return canonical;
 }
 
-std::wstring secondaryPartPath(const FilePath2& file, const fs::path& canonicalBase)
+/// Finds the places of many files in few directories: each directory is looked up once.
+class CanonicalPaths
 {
-    const fs::path relative = weaklyCanonical(toStdPath(file)).lexically_relative(canonicalBase);
+public:
+    /// The same as `weaklyCanonical`.
+    fs::path of(const fs::path& path)
+    {
+        const fs::path name = path.filename();
+        std::error_code error;
+        if (name.empty() || name == "." || name == ".." || fs::is_symlink(fs::symlink_status(path, error)) || error)
+            return weaklyCanonical(path);
+        const fs::path directory = path.parent_path();
+        const auto [known, isNew] = m_directories.try_emplace(directory.native());
+        if (isNew)
+            known->second = weaklyCanonical(directory);
+        return known->second / name;
+    }
+
+private:
+    std::unordered_map<fs::path::string_type, fs::path> m_directories;
+};
+
+std::wstring secondaryPartPath(const FilePath2& file, const fs::path& canonicalBase, CanonicalPaths& places)
+{
+    const fs::path relative = places.of(toStdPath(file)).lexically_relative(canonicalBase);
     // On the first two characters and not on the first component: a name that begins with two dots is refused too.
     if (relative.u8string().starts_with(u8"..")) {
         const String text{genericPath(file.c_str()).generic_u8string()};
@@ -79,8 +102,9 @@ std::vector<OpcPackagePartUri> bundlePartUris(std::wstring_view folderName, cons
         return uris;
 
     const fs::path canonicalBase = weaklyCanonical(base);
+    CanonicalPaths places;
     for (std::size_t index = 1; index < files.size(); ++index)
-        uris.emplace_back((folder + secondaryPartPath(files[index], canonicalBase)).c_str());
+        uris.emplace_back((folder + secondaryPartPath(files[index], canonicalBase, places)).c_str());
     return uris;
 }
 
