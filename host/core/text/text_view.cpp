@@ -104,6 +104,11 @@ constexpr char asciiLower(char letter) noexcept
     return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
+constexpr bool isPlain(char character) noexcept
+{
+    return ' ' <= character && character <= '~';
+}
+
 constexpr bool isBlank(char8_t character) noexcept
 {
     return character == u8' ' || character == u8'\t' || character == u8'\r' || character == u8'\n';
@@ -140,6 +145,9 @@ std::string toUtf8(std::wstring_view text)
 
 std::string displayed(std::string_view text)
 {
+    // nearly every name; thousands of examples are named for messages that never come
+    if (std::ranges::all_of(text, isPlain))
+        return std::string{text};
     std::string shown;
     while (!text.empty()) {
         const auto invalid = utf8::find_invalid(text.begin(), text.end());
