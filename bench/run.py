@@ -1,0 +1,462 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks: all contenders of a task in turn, round by round, each output checked.
+
+    run.py [--rounds N] [--page FILE] [TASK...]
+
+Prints a table for each task, and with --page puts it into that page between the task's marks.
+"""
+
+import argparse
+import collections
+import json
+import os
+import pathlib
+import shutil
+import statistics
+import subprocess
+import sys
+import zipfile
+import zlib
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+BIN = ROOT / "build/release/bin"
+WORK = ROOT / "build/bench"
+DATA = WORK / "data"
+OUTPUT = WORK / "output"
+HOST = BIN / "hollerwick-host"
+MIB = 1 << 20
+
+Row = collections.namedtuple("Row", "wall lowest cpu memory size counters")
+
+
+class Contender:
+    """One program at one task.
+
+    kind      "ours", "peer" or "limit"
+    output    what it makes below OUTPUT, measured and removed
+    check     called with that path and what the program printed; raises when something is wrong
+    clock     "process": from start to end; "inside": the program tells "seconds WALL [CPU]" itself;
+              "google": it is a Google Benchmark program
+    repeat    runs in a round; the median counts
+    """
+
+    def __init__(self, name, command, kind="peer", output=None, check=None, clock="process", repeat=1, cwd=None):
+        self.name, self.command, self.kind, self.output = name, [str(word) for word in command], kind, output
+        self.check, self.clock, self.repeat, self.cwd = check, clock, repeat, cwd or DATA
+
+    def is_there(self):
+        program = self.command[0]
+        if program == "java":
+            return (WORK / "java/PoiTasks.class").exists()
+        return shutil.which(program) is not None
+
+    def run(self):
+        samples = [self.run_once() for _ in range(self.repeat)]
+        return sorted(samples, key=lambda sample: sample["wall"])[len(samples) // 2]
+
+    def run_once(self):
+        shutil.rmtree(OUTPUT, ignore_errors=True)
+        OUTPUT.mkdir(parents=True)
+        os.sync()  # what others left to be written is not paid for here
+        report = WORK / "report"
+        done = subprocess.run([BIN / "bench_measure", report, *self.command], cwd=self.cwd, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, text=True)
+        status, wall, cpu, memory = report.read_text().split()
+        if done.returncode != 0 or status != "0":
+            sys.exit(f"{self.name} failed ({status}): {done.stderr}{done.stdout}")
+        sample = {"wall": float(wall), "cpu": float(cpu), "memory": int(memory) / 1024, "size": None, "counters": {}}
+        if self.clock == "inside":
+            seconds = done.stdout.split("seconds", 1)[1].split()
+            sample["wall"] = float(seconds[0])
+            sample["cpu"] = float(seconds[1]) if len(seconds) > 1 else sample["cpu"]
+        elif self.clock == "google":
+            self.read_google(sample, json.loads(done.stdout))
+        path = OUTPUT / self.output if self.output else None
+        if path and path.is_file():
+            sample["size"] = path.stat().st_size
+        if self.check:
+            self.check(path, done.stdout)
+        return sample
+
+    def read_google(self, sample, report):
+        (result,) = report["benchmarks"]
+        if result.get("error_occurred"):
+            sys.exit(f"{self.name}: {result['error_message']}")
+        unit = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1}[result["time_unit"]]
+        sample["wall"], sample["cpu"] = result["real_time"] * unit, result["cpu_time"] * unit
+        known = {"real_time", "cpu_time", "iterations", "repetitions", "threads", "family_index",
+                 "per_family_instance_index", "repetition_index"}
+        sample["counters"] = {key: value for key, value in result.items()
+                              if isinstance(value, (int, float)) and key not in known}
+
+
+class Task:
+    """contenders: a function, so that data that they need is made when the task runs; goals: (text, value, bound)."""
+
+    def __init__(self, name, title, contenders, goals):
+        self.name, self.title, self.contenders, self.goals = name, title, contenders, goals
+
+    def run(self, rounds):
+        contenders, missing = [], []
+        for contender in self.contenders():
+            (contenders if contender.is_there() else missing).append(contender)
+        samples = {contender.name: [] for contender in contenders}
+        for number in range(rounds):
+            # each round begins with another one
+            for contender in contenders[number % len(contenders):] + contenders[:number % len(contenders)]:
+                samples[contender.name].append(contender.run())
+                print(f"  {self.name} round {number + 1}: {contender.name} {samples[contender.name][-1]['wall']:.3f} s",
+                      file=sys.stderr, flush=True)
+        rows = {contender.name: row_of(samples[contender.name]) for contender in contenders}
+        text = self.table(contenders, rows) + self.goal_lines(rows)
+        for contender in missing:
+            text += f"- `{contender.name}` is not installed and was left out\n"
+        return text
+
+    def table(self, contenders, rows):
+        best_peer = min((rows[each.name].wall for each in contenders if each.kind == "peer"), default=None)
+        limit = next((rows[each.name].wall for each in contenders if each.kind == "limit"), None)
+        counters = sorted({key for row in rows.values() for key in row.counters})
+        has_size = any(row.size for row in rows.values())
+        heads = ["", "wall, ms", "lowest, ms", "cpu, ms", "memory, MiB"] + (["output, bytes"] if has_size else [])
+        heads += (["to limit"] if limit else []) + (["to best peer"] if best_peer else []) + counters
+        lines = ["| " + " | ".join(heads) + " |", "|---" + "|---:" * (len(heads) - 1) + "|"]
+        for contender in contenders:
+            row = rows[contender.name]
+            name = {"ours": f"**{contender.name}**", "limit": f"limit: {contender.name}"}.get(contender.kind,
+                                                                                            contender.name)
+            cells = [name, milliseconds(row.wall), milliseconds(row.lowest), milliseconds(row.cpu), f"{row.memory:.0f}"]
+            cells += [f"{row.size:,}" if row.size else ""] if has_size else []
+            cells += [f"{row.wall / limit:.2f}"] if limit else []
+            cells += [f"{row.wall / best_peer:.2f}"] if best_peer else []
+            cells += [f"{row.counters[key]:.4g}" if key in row.counters else "" for key in counters]
+            lines.append("| " + " | ".join(cells) + " |")
+        return "\n".join(lines) + "\n\n"
+
+    def goal_lines(self, rows):
+        lines = ""
+        for text, value, bound in self.goals:
+            try:
+                found = value(rows)
+            except KeyError as missing:
+                lines += f"- {text}: not measured without {missing}\n"
+                continue
+            lines += f"- {text}: {found:.3g}, {'met' if found <= bound else '**missed**'}\n"
+        return lines
+
+
+def row_of(samples):
+    median = {key: statistics.median(sample[key] for sample in samples) for key in ("wall", "cpu", "memory")}
+    counters = {key: statistics.median(sample["counters"][key] for sample in samples)
+                for key in samples[0]["counters"]}
+    return Row(median["wall"], min(sample["wall"] for sample in samples), median["cpu"], median["memory"],
+               samples[0]["size"], counters)
+
+
+def milliseconds(seconds):
+    return f"{seconds * 1e3:.1f}" if seconds < 0.1 else f"{seconds * 1e3:.0f}"
+
+
+# What must come out.
+
+def sums_of(paths):
+    return collections.Counter((path.stat().st_size, zlib.crc32(path.read_bytes())) for path in paths)
+
+
+class Files:
+    """The files below a directory of the data, and whether an output holds their bytes."""
+
+    def __init__(self, directory):
+        self.directory = DATA / directory
+        self.names = sorted(str(path.relative_to(self.directory)) for path in self.directory.rglob("*")
+                            if path.is_file())
+        self.names.sort(key=lambda name: name.count("/"))  # the primary file lies above the others
+        self.sums = sums_of(self.directory / name for name in self.names)
+        self.read = set()
+
+    def argument(self):
+        return json.dumps(self.names, separators=(",", ":"))
+
+    def packed(self, path, _):
+        with zipfile.ZipFile(path) as archive:
+            found = collections.Counter((entry.file_size, entry.CRC) for entry in archive.infolist())
+            if self.sums - found:
+                sys.exit(f"{path} does not hold all files")
+            if path not in self.read and archive.testzip() is not None:
+                sys.exit(f"{path} cannot be read")
+        self.read.add(path)
+
+    def unpacked(self, path, _):
+        if self.sums - sums_of(file for file in path.rglob("*") if file.is_file()):
+            sys.exit(f"{path} does not hold all files")
+
+    def joined(self, path, _):
+        if path.stat().st_size != sum(size * count for (size, _), count in self.sums.items()):
+            sys.exit(f"{path} is too short")
+
+
+def prints(text):
+    def check(_, printed):
+        if text not in printed:
+            sys.exit(f"expected {text}, and there is: {printed}")
+    return check
+
+
+def both(*checks):
+    return lambda path, printed: [check(path, printed) for check in checks]
+
+
+# The tasks.
+
+def poi(*arguments):
+    names = ("poi", "poi-ooxml", "poi-ooxml-schemas", "xmlbeans", "commons-compress", "commons-collections4",
+             "commons-math3", "commons-codec")
+    path = ":".join([str(WORK / "java")] + [f"/usr/share/java/{name}.jar" for name in names])
+    return ["java", "-cp", path, "PoiTasks", *arguments]
+
+
+def python(*arguments):
+    return [sys.executable, ROOT / "bench/zipfile_tasks.py", *arguments]
+
+
+def google(name):
+    return [BIN / "bench_windows", f"--benchmark_filter=^{name}($|/iter|/manual|/process)", "--benchmark_format=json"]
+
+
+def pack_with_host(files, output):
+    return [HOST, "call", "_create_example", files.argument(), output, "a title"]
+
+
+def packers(files, limit):
+    def make():
+        cwd, zip_file = files.directory, OUTPUT / "out.zip"
+        def packer(name, command, kind="peer", check=files.packed):
+            return Contender(name, command, kind, "out.zip", check, cwd=cwd)
+        created = both(prints("OK"), files.packed)
+        return [
+            packer("hollerwick-host", pack_with_host(files, zip_file), "ours", created),
+            packer("hollerwick-host, one core", ["taskset", "-c", "0", *pack_with_host(files, zip_file)], "ours", created),
+            packer("zip -6", ["zip", "-6", "-q", "-r", zip_file, "."]),
+            packer("zip -6, one core", ["taskset", "-c", "0", "zip", "-6", "-q", "-r", zip_file, "."]),
+            packer("7z", ["7z", "a", "-tzip", "-bd", zip_file, "."]),
+            packer("7z, one thread", ["7z", "a", "-tzip", "-mmt=1", "-bd", zip_file, "."]),
+            packer("bsdtar", ["bsdtar", "-a", "-cf", zip_file, "."]),
+            packer("python zipfile", python("pack", ".", zip_file)),
+            packer("Apache POI", poi("pack", ".", zip_file)),
+            Contender(limit[0], [BIN / "bench_limits", limit[1], "1", *files.names], "limit", cwd=cwd),
+            Contender(limit[0] + ", two threads", [BIN / "bench_limits", limit[1], "2", *files.names], "limit", cwd=cwd),
+        ]
+    return make
+
+
+def unpackers(files, name):
+    def make():
+        bundle = DATA / name
+        if not bundle.exists():
+            subprocess.run(pack_with_host(files, bundle), check=True, cwd=files.directory, stdout=subprocess.DEVNULL)
+        target = OUTPUT / "out"
+        def unpacker(name, command, kind="peer", check=files.unpacked):
+            return Contender(name, command, kind, "out", check)
+        return [
+            unpacker("hollerwick-host", [HOST, "call", "_unpack_content_bundle", bundle, target], "ours",
+                     both(prints("OK"), files.unpacked)),
+            unpacker("unzip", ["unzip", "-q", bundle, "-d", target]),
+            unpacker("7z", ["7z", "x", "-bd", f"-o{target}", bundle]),
+            unpacker("bsdtar", ["sh", "-c", 'mkdir "$1" && bsdtar -xf "$0" -C "$1"', bundle, target]),
+            unpacker("python zipfile", python("unpack", bundle, target)),
+            unpacker("Apache POI", poi("unpack", bundle, target)),
+            unpacker("inflate and write", [BIN / "bench_limits", "inflate", "1", bundle, target], "limit"),
+            unpacker("inflate and write, two threads", [BIN / "bench_limits", "inflate", "2", bundle, target], "limit"),
+        ]
+    return make
+
+
+def barrel_packers(files):
+    def make():
+        barrel = OUTPUT / "out.zip"
+        return [
+            Contender("hollerwick-host", [HOST, "call", "_create_examples", files.argument(), barrel], "ours", "out.zip",
+                      both(prints("OK"), files.packed), cwd=files.directory),
+            Contender("zip -0", ["zip", "-0", "-q", "-r", barrel, "."], "peer", "out.zip", files.packed,
+                      cwd=files.directory),
+            Contender("cat", ["sh", "-c", 'cat -- * >"$0"', barrel], "limit", "out.zip", files.joined,
+                      cwd=files.directory),
+        ]
+    return make
+
+
+def listers():
+    barrel = DATA / "barrel-10000.kvexs"
+    return [
+        Contender("addBarrels", google("addBarrels/10000"), "ours", clock="google"),
+        Contender("addBarrels, 200", google("addBarrels/200"), "ours", clock="google"),
+        Contender("addBarrels, 50,000", google("addBarrels/50000"), "ours", clock="google"),
+        Contender("addBarrels, memory", google("memoryOfExamples/10000"), "ours", clock="google"),
+        Contender("python zipfile", python("list", barrel), "peer", check=prints("10000 True"), clock="inside"),
+        Contender("Apache POI", poi("list", barrel), "peer", check=prints("10000 true"), clock="inside"),
+        Contender("walker by hand", google("walkByHand/10000"), "limit", clock="google"),
+    ]
+
+
+def searches():
+    return [Contender("10,000 rows", google("searchKey/10000"), "ours", clock="google"),
+            Contender("50,000 rows", google("searchKey/50000"), "ours", clock="google")]
+
+
+def browsers():
+    return [Contender("window painted", google("openBrowser/10000"), "ours", clock="google"),
+            Contender("addBarrels", google("addBarrels/10000"), "limit", clock="google")]
+
+
+def savers():
+    source, target = DATA / "gigabyte.zip", OUTPUT / "out"
+    save = ["env", f"HOLLERWICK_BENCH_OUTPUT={target}", *google("saveGigabyte")]
+    return [
+        Contender("open, setTitle, writeToFile", save, "ours", "out", clock="google"),
+        Contender("cp", ["cp", source, target], "limit", "out"),
+        Contender("cp, then sync of the file", ["sh", "-c", 'cp "$0" "$1" && sync "$1"', source, target], "limit", "out"),
+    ]
+
+
+def viewers():
+    return [Contender("60,000 parts", google("openViewer/60000"), "ours", clock="google"),
+            Contender("15,000 parts", google("openViewer/15000"), "ours", clock="google")]
+
+
+def openers():
+    package = DATA / "parts-60000.zip"
+    return [
+        Contender("open_package", google("openAndClose"), "ours", clock="google"),
+        Contender("python zipfile", python("open", package), "peer", clock="inside"),
+        Contender("Apache POI", poi("open", package), "peer", clock="inside"),
+    ]
+
+
+def starters():
+    return [
+        Contender("hollerwick-host call _filename a/b", [HOST, "call", "_filename", "a/b"], "ours", check=prints("b"),
+                  repeat=15),
+        Contender("a program with the same libraries that does nothing", [BIN / "bench_nothing"], "limit", repeat=15),
+    ]
+
+
+def wall(rows, name):
+    return rows[name].wall
+
+
+def ratio(ours, other):
+    return lambda rows: rows[ours].wall / rows[other].wall
+
+
+def size_ratio(rows):
+    return rows["hollerwick-host"].size / rows["zip -6"].size
+
+
+def counter(name, key):
+    return lambda rows: rows[name].counters[key]
+
+
+def tasks():
+    small, large, examples = Files("small"), Files("large"), Files("e")
+    host, alone = "hollerwick-host", "hollerwick-host, one core"
+    return [
+        Task("pack-small", "2,000 files, 40 MB", packers(small, ("libdeflate 6 in memory", "deflate")), [
+            ("wall to `zip -6`, at most 0.30", ratio(host, "zip -6"), 0.30),
+            ("wall to `zip -6` on one core, at most 0.5", ratio(alone, "zip -6, one core"), 0.5),
+            ("bytes to `zip -6`, at most 1", size_ratio, 1),
+            ("cpu to that of the limit, at most 1.15",
+             lambda rows: rows[host].cpu / rows["libdeflate 6 in memory"].cpu, 1.15),
+        ]),
+        Task("pack-large", "8 files of 64 MB", packers(large, ("isa-l 3 in memory", "stream")), [
+            ("wall to `zip -6`, at most 0.20", ratio(host, "zip -6"), 0.20),
+            ("bytes to `zip -6`, at most 1.03", size_ratio, 1.03),
+            ("peak memory in MiB, below 64", lambda rows: rows[host].memory, 64),
+        ]),
+        *(Task(name, title, unpackers(files, bundle), [
+            ("wall to `unzip`, at most 0.40", ratio(host, "unzip"), 0.40),
+            ("wall to inflating and writing, at most 1.25", ratio(host, "inflate and write"), 1.25),
+        ]) for name, title, files, bundle in (("unpack-small", "2,000 files, 40 MB", small, "small.zip"),
+                                              ("unpack-large", "8 files of 64 MB", large, "large.zip"))),
+        Task("barrel", "a barrel of 10,000 examples", barrel_packers(examples), [
+            ("wall to `zip -0`, below 1", ratio(host, "zip -0"), 1),
+            ("wall to `cat`, at most 3", ratio(host, "cat"), 3),
+        ]),
+        Task("list", "the texts of 10,000 examples", listers, [
+            ("wall to python's zipfile, at most 0.15", ratio("addBarrels", "python zipfile"), 0.15),
+            ("wall to the walker by hand, at most 2.0", ratio("addBarrels", "walker by hand"), 2),
+            ("time of an example among 50,000 to that among 200, about 1",
+             lambda rows: rows["addBarrels, 50,000"].cpu / rows["addBarrels, 200"].cpu / 250, 1.15),
+            ("bytes for an example above its texts, below 1,536",
+             counter("addBarrels, memory", "bytes_above_texts"), 1536),
+        ]),
+        Task("search", "one key press in the search box", searches, [
+            ("95th percentile with 10,000 rows, below 16 ms", counter("10,000 rows", "p95_ms"), 16),
+            ("95th percentile with 50,000 rows, below 80 ms", counter("50,000 rows", "p95_ms"), 80),
+            ("95th percentile of the cpu with 10,000 rows, in ms", counter("10,000 rows", "p95_cpu_ms"), 16),
+            ("95th percentile of the cpu with 50,000 rows, in ms", counter("50,000 rows", "p95_cpu_ms"), 80),
+        ]),
+        Task("browser", "the example browser with 10,000 examples", browsers, [
+            ("wall to addBarrels, at most 1.5", ratio("window painted", "addBarrels"), 1.5),
+        ]),
+        Task("save", "a bundle of 1 GB after an edit", savers, [
+            ("wall to `cp`, at most 1.3", ratio("open, setTitle, writeToFile", "cp"), 1.3),
+        ]),
+        Task("viewer", "the bundle viewer on 60,000 parts", viewers, [
+            ("seconds, below 1", lambda rows: wall(rows, "60,000 parts"), 1),
+            ("60,000 parts to four times 15,000, about 1",
+             lambda rows: wall(rows, "60,000 parts") / wall(rows, "15,000 parts") / 4, 1.2),
+        ]),
+        Task("open", "opening and closing 60,000 parts", openers, [
+            ("wall to python's zipfile, at most 0.33", ratio("open_package", "python zipfile"), 0.33),
+        ]),
+        Task("start", "the start of the program", starters, [
+            ("wall to the program that does nothing, below 1.5",
+             ratio("hollerwick-host call _filename a/b", "a program with the same libraries that does nothing"), 1.5),
+        ]),
+    ]
+
+
+def replaced(page, name, text):
+    begin, end = f"<!-- begin {name} -->\n", f"<!-- end {name} -->"
+    before, rest = page.split(begin, 1)
+    return before + begin + text + end + rest.split(end, 1)[1]
+
+
+def machine(rounds):
+    model = next((line.split(":", 1)[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name")), "")
+    return f"{rounds} rounds; {os.cpu_count()} processors, {model}; load average {os.getloadavg()[0]:.1f}.\n\n"
+
+
+def make_data():
+    if (WORK / "data-is-complete").exists():
+        return
+    shutil.rmtree(DATA, ignore_errors=True)
+    DATA.mkdir(parents=True)
+    subprocess.run([BIN / "bench_data", DATA], check=True)
+    (WORK / "data-is-complete").touch()
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--page", type=pathlib.Path)
+    parser.add_argument("tasks", nargs="*")
+    arguments = parser.parse_args()
+    os.environ["HOLLERWICK_BENCH_DATA"] = str(DATA)
+    os.environ.setdefault("TMPDIR", str(WORK))
+    make_data()
+    known = tasks()
+    for name in arguments.tasks:
+        if name not in {task.name for task in known}:
+            sys.exit(f"there is no task {name}; there are {', '.join(task.name for task in known)}")
+    for task in known:
+        if arguments.tasks and task.name not in arguments.tasks:
+            continue
+        text = machine(arguments.rounds) + task.run(arguments.rounds)
+        print(f"## {task.title}\n\n{text}", flush=True)
+        if arguments.page:
+            arguments.page.write_text(replaced(arguments.page.read_text(), task.name, text))
+
+
+if __name__ == "__main__":
+    main()
