@@ -21,6 +21,18 @@ nanoseconds processorTime()
 #endif
 }
 
+/// Whether every character stands for itself, in either case. Beyond ASCII the engine and QString do not always agree
+/// on what the other case of a letter is.
+bool isWord(const QRegularExpression& pattern)
+{
+    const QString text = pattern.pattern();
+    return pattern.patternOptions() == QRegularExpression::CaseInsensitiveOption &&
+           std::all_of(text.begin(), text.end(), [](QChar character) {
+               const char16_t code = character.unicode();
+               return code >= 0x20 && code < 0x7f && !QStringLiteral("\\^$.|?*+()[]{}").contains(character);
+           });
+}
+
 } // namespace
 
 QRegularExpression searchPattern(const QString& text)
@@ -36,7 +48,10 @@ void PatternMatcher::setPattern(const QRegularExpression& pattern)
         return;
     m_pattern = pattern;
     m_isEmpty = pattern.pattern().isEmpty();
-    m_isValid = pattern.isValid();
+    m_isWord = isWord(pattern);
+    m_isValid = m_isWord || pattern.isValid();
+    if (m_isWord)
+        m_word = QStringMatcher{pattern.pattern(), Qt::CaseInsensitive};
     startPass();
 }
 
@@ -52,6 +67,8 @@ bool PatternMatcher::isFoundIn(const QString& text)
 {
     if (m_isEmpty)
         return true;
+    if (m_isWord)
+        return m_word.indexIn(text) >= 0;
     // asked here because QString::contains writes a warning for each text
     if (!m_isValid || isGivenUp())
         return false;

@@ -72,6 +72,29 @@ TEST(PatternMatcher, FindsAPatternAnywhereInTheText)
     EXPECT_TRUE(isFound("ä", "ÄRGER"));
 }
 
+TEST(PatternMatcher, FindsAPlainWordWhereTheEngineFindsIt)
+{
+    // every character of the plane that may be another case of a letter
+    for (char16_t letter = 0x20; letter < 0x7f; ++letter) {
+        const QString word{QChar{letter}};
+        const QRegularExpression pattern = searchPattern(word);
+        if (!pattern.isValid())
+            continue;
+        PatternMatcher matcher;
+        matcher.setPattern(pattern);
+        for (char16_t other = 1; other < 0xd800; ++other) {
+            const QString text{QChar{other}};
+            const bool mayBeEqual = other < 0x80 || text.toLower() != text || text.toUpper() != text;
+            if (mayBeEqual && matcher.isFoundIn(text) != pattern.match(text).hasMatch())
+                ADD_FAILURE() << word.toStdString() << " and U+" << std::hex << static_cast<unsigned>(other);
+        }
+    }
+    for (const char* word : {"#", "a b", "<b>", "A-b_c", "n/a", "50%"}) {
+        EXPECT_TRUE(isFound(word, QStringLiteral("x ") + QString::fromUtf8(word).toUpper())) << word;
+        EXPECT_FALSE(isFound(word, "nothing")) << word;
+    }
+}
+
 TEST(PatternMatcher, FindsAnInvalidPatternNowhere)
 {
     EXPECT_FALSE(isFound("(", "("));
