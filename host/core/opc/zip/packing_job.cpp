@@ -4,19 +4,17 @@
 
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Zip {
 
 PackedBytes packBlock(std::span<const std::byte> bytes, Effort effort, BlockDeflater& deflater)
 {
-    PackedBytes packed{.bytes = deflater.deflate(bytes, effort),
-                       .method = Method::deflated,
-                       .crc = libdeflate_crc32(0, bytes.data(), bytes.size())};
-    if (!packed.bytes.empty())
-        return packed;
-    packed.bytes.assign(bytes.begin(), bytes.end());
-    packed.method = Method::stored;
-    return packed;
+    const std::uint32_t crc = libdeflate_crc32(0, bytes.data(), bytes.size());
+    std::vector<std::byte> compressed = deflater.deflate(bytes, effort);
+    if (!compressed.empty())
+        return {memorySource(std::move(compressed), {}), Method::deflated, crc};
+    return {memorySource({bytes.begin(), bytes.end()}, {}), Method::stored, crc};
 }
 
 PackingJob::PackingJob(std::unique_ptr<const std::byte[]> bytes, std::size_t size, Effort effort,
@@ -70,7 +68,7 @@ PackedBytes PackingJob::result()
         else
             m_state.wait(State::running, std::memory_order_acquire);
     }
-    return std::move(m_result);
+    return m_result;
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Zip

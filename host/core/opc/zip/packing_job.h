@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/zip/byte_source.h"
 #include "host/core/opc/zip/deflate.h"
 #include "host/core/opc/zip/entry.h"
 #include "kelvaris/export.h"
@@ -9,14 +10,13 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Zip {
 
 /// What becomes of bytes that were taken in.
 struct PackedBytes
 {
-    std::vector<std::byte> bytes;
+    ByteSourcePtr bytes; ///< in memory
     Method method = Method::stored;
     std::uint32_t crc = 0;
 };
@@ -43,7 +43,6 @@ public:
     void runIfWaiting(BlockDeflater& deflater) noexcept;
 
     /// Compresses, or waits until whoever has begun is done.
-    /// @return  the result, which is handed out once
     PackedBytes result();
 
 private:

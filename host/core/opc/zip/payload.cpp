@@ -22,7 +22,7 @@ const ByteSourcePtr& Payload::packedBytes() const
     PackedBytes result = m_job->result();
     m_method = result.method;
     m_crc = result.crc;
-    m_packed = memorySource(std::move(result.bytes), {});
+    m_packed = std::move(result.bytes);
     m_job.reset();
     return m_packed;
 }

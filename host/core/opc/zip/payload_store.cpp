@@ -218,8 +218,8 @@ Expected<void, ErrorCode2> PayloadStore::Data::settle(std::size_t room)
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effort effort)
 {
-    PackedBytes packed = packBlock(bytes, effort, *m_deflater);
-    auto kept = keep(memorySource(std::move(packed.bytes), {}));
+    const PackedBytes packed = packBlock(bytes, effort, *m_deflater);
+    auto kept = keep(packed.bytes);
     if (!kept)
         return kept.error();
     return PayloadPtr{std::make_shared<Payload>(*std::move(kept), packed.method, packed.crc, bytes.size())};
