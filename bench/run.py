@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Runs the benchmarks: all contenders of a task in turn, round by round, each output checked.
 
-    run.py [--rounds N] [--page FILE] [TASK...]
+    run.py [--rounds N] [--page FILE] [--without NAME]... [TASK...]
 
-Prints a table for each task, and with --page puts it into that page between the task's marks.
+Prints a table for each task, and with --page puts it into that page between the task's marks. --without leaves a
+contender out.
 """
 
 import argparse
@@ -51,13 +52,13 @@ class Contender:
         return shutil.which(program) is not None
 
     def run(self):
+        os.sync()  # what others left to be written is not paid for here
         samples = [self.run_once() for _ in range(self.repeat)]
         return sorted(samples, key=lambda sample: sample["wall"])[len(samples) // 2]
 
     def run_once(self):
         shutil.rmtree(OUTPUT, ignore_errors=True)
         OUTPUT.mkdir(parents=True)
-        os.sync()  # what others left to be written is not paid for here
         report = WORK / "report"
         done = subprocess.run([BIN / "bench_measure", report, *self.command], cwd=self.cwd, stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE, text=True)
@@ -96,9 +97,11 @@ class Task:
     def __init__(self, name, title, contenders, goals):
         self.name, self.title, self.contenders, self.goals = name, title, contenders, goals
 
-    def run(self, rounds):
+    def run(self, rounds, left_out):
         contenders, missing = [], []
         for contender in self.contenders():
+            if contender.name in left_out:
+                continue
             (contenders if contender.is_there() else missing).append(contender)
         samples = {contender.name: [] for contender in contenders}
         for number in range(rounds):
@@ -440,6 +443,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--rounds", type=int, default=5)
     parser.add_argument("--page", type=pathlib.Path)
+    parser.add_argument("--without", action="append", default=[], metavar="NAME")
     parser.add_argument("tasks", nargs="*")
     arguments = parser.parse_args()
     os.environ["HOLLERWICK_BENCH_DATA"] = str(DATA)
@@ -452,7 +456,7 @@ def main():
     for task in known:
         if arguments.tasks and task.name not in arguments.tasks:
             continue
-        text = machine(arguments.rounds) + task.run(arguments.rounds)
+        text = machine(arguments.rounds) + task.run(arguments.rounds, arguments.without)
         print(f"## {task.title}\n\n{text}", flush=True)
         if arguments.page:
             arguments.page.write_text(replaced(arguments.page.read_text(), task.name, text))
