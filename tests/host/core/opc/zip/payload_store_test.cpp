@@ -326,9 +326,9 @@ TEST(PayloadStore, WhatThreadsCompressBeyondTheBudgetIsKeptAndAFullDiskIsToldWit
     const TemporaryFolder folder;
     // sixteen fill the budget, and the threads may be eight behind
     std::vector<fs::path> paths;
-    for (unsigned i = 0; i < 40; ++i)
+    for (unsigned i = 0; i < 28; ++i)
         paths.push_back(folder.write(std::to_string(i), noise(mebibyte, i)));
-    for (const unsigned threads : threadCounts) {
+    for (const unsigned threads : {0U, 2U}) {
         PayloadStore store;
         store.setThreads(threads);
         const auto payloads = takeAll(store, paths);
