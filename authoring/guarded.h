@@ -33,16 +33,18 @@ bool runGuarded(Step&& step) noexcept
 ///
 ///     connect(button, &QPushButton::clicked, this, guarded([this] { createExample(); }));
 ///
-/// A signal's arguments reach the slot only if it takes all of them.
+/// A signal's arguments reach the slot if it takes all of them; they are dropped if it takes none.
 template <class Slot>
 auto guarded(Slot slot)
 {
-    // The return type is told, so that Qt, which tries every number of arguments, compiles the body for one of them
-    // only.
-    return [slot = std::move(slot)](auto&&... arguments) -> void {
-        if constexpr (std::is_invocable_v<const Slot&, decltype(arguments)...>)
+    if constexpr (std::is_invocable_v<const Slot&>) {
+        return [slot = std::move(slot)](auto&&...) { runGuarded([&] { slot(); }); };
+    } else {
+        // Qt tries every number of arguments
+        return [slot = std::move(slot)](
+            auto&&... arguments) requires std::is_invocable_v<const Slot&, decltype(arguments)...>
+        {
             runGuarded([&] { slot(std::forward<decltype(arguments)>(arguments)...); });
-        else
-            runGuarded([&] { slot(); });
-    };
+        };
+    }
 }
