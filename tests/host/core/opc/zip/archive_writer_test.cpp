@@ -307,7 +307,9 @@ TEST(ArchiveWriter, WhicheverCallFailsWhileOpeningAndSavingTheErrorIsTold)
     const TemporaryFolder folder;
     const auto path = folder.write("a.zip", foreignArchive().bytes());
     const auto save = [&]() -> Expected<void, ErrorCode2> {
-        auto archive = Zip::openFileSource(filePath(path)).andThen(Zip::Archive::open);
+        auto archive = Zip::openFileSource(filePath(path)).andThen([](Zip::ByteSourcePtr source) {
+            return Zip::Archive::open(std::move(source));
+        });
         if (!archive)
             return archive.error();
         auto file = ReplacementFile::create(filePath(folder / "b.zip"));

@@ -13,7 +13,7 @@ Expected<Zip::ArchivePtr, ErrorCode2> openBytes(std::string_view bytes)
 
 Zip::ArchivePtr openFile(const std::filesystem::path& path)
 {
-    return Zip::openFileSource(filePath(path)).andThen(Zip::Archive::open).value();
+    return Zip::Archive::open(Zip::openFileSource(filePath(path)).value()).value();
 }
 
 Expected<std::string, ErrorCode2> streamed(const Zip::Archive& archive, std::size_t index)
