@@ -80,6 +80,6 @@ TEST(SystemError, IsCaughtByWhoeverWantsOnlyTheText)
     try {
         throw SystemError{BundleError::noRoot};
     } catch (const std::exception& error) {
-        EXPECT_STREQ(error.what(), "the bundle has no root schematic yet");
+        EXPECT_STREQ(error.what(), "the bundle has no root schematic yet; set the root schematic first");
     }
 }

@@ -138,6 +138,12 @@ Samples::Samples()
     create("_create_examples", {{example(), path("long.kvbdl.zip")}, {barrel()}});
 }
 
+Samples::~Samples()
+{
+    // windows that were closed go before the plug-in's code does
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 void PrintTo(const WindowCase& window, std::ostream* out)
 {
     *out << window.name;

@@ -17,6 +17,7 @@ class Samples
 {
 public:
     Samples();
+    ~Samples();
 
     std::string example() const { return path("rc_lowpass.kvbdl.zip"); }
     std::string barrel() const { return path("samples.kvexs"); }

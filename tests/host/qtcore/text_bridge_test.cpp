@@ -78,7 +78,7 @@ TEST(TextBridge, InvalidUtf8IsInvalidText)
 TEST(TextBridge, ErrorsTellThePlace)
 {
     EXPECT_EQ(qStringToUTF8(fromUnits({u'ö', 0xD83D})).error().message(),
-              String2{u8"not valid Unicode text: half a surrogate pair behind 2 valid bytes"});
+              String2{u8"not valid Unicode text: half a surrogate pair behind 2 valid bytes; write the text in UTF-8"});
     EXPECT_EQ(utf8ToQString(textOf("ö\xFF")).error().message(),
-              String2{u8"not valid Unicode text: byte 3 begins no UTF-8 character"});
+              String2{u8"not valid Unicode text: byte 3 begins no UTF-8 character; write the text in UTF-8"});
 }

@@ -40,15 +40,17 @@ TEST(ApplicationLogger, TakesErrorsAsCodes)
     const LogCapture log;
     logger().error("ui", noFileName);
     logger().error(String2{u8"example browser"}, noFileName);
-    EXPECT_THAT(log.lines(), ElementsAre("error [ui] größe/: the path has no file name",
-                                         "error [example browser] größe/: the path has no file name"));
+    EXPECT_THAT(
+        log.lines(),
+        ElementsAre("error [ui] größe/: the path has no file name; put a name at the end of the path",
+                    "error [example browser] größe/: the path has no file name; put a name at the end of the path"));
 }
 
 TEST(ApplicationLogger, ALineWithoutACategoryHasNoBrackets)
 {
     const LogCapture log;
     logger().error(noFileName);
-    EXPECT_THAT(log.lines(), ElementsAre("error größe/: the path has no file name"));
+    EXPECT_THAT(log.lines(), ElementsAre("error größe/: the path has no file name; put a name at the end of the path"));
 }
 
 TEST(ApplicationLogger, KeepsTheOrderOfLines)

@@ -137,7 +137,8 @@ TEST(FilePath2, APathWithoutALastComponentAnswersNoFileName)
         ASSERT_FALSE(name) << text;
         EXPECT_EQ(name.error(), (ErrorCode2{static_cast<int>(CoreError::noFileName), core_error_category()}));
     }
-    EXPECT_EQ(pathOf(L"größe/").filename().error().message(), String2{u8"größe/: the path has no file name"});
+    EXPECT_EQ(pathOf(L"größe/").filename().error().message(),
+              String2{u8"größe/: the path has no file name; put a name at the end of the path"});
 }
 
 TEST(FilePath2, PathsDifferByTheirText)

@@ -152,11 +152,13 @@ TEST(Url, InvalidTextInARawPathIsInvalidText)
 TEST(Url, ErrorsShowTheTextAndTheReason)
 {
     EXPECT_EQ(message("http://kelvaris.example/a"),
-              "http://kelvaris.example/a: the address is not that of a local file: its scheme is not \"file\"");
-    EXPECT_EQ(message("file://server/a"),
-              "file://server/a: the address is not that of a local file: it names another machine");
-    EXPECT_EQ(message("/a%2"), "/a%2: the address is not that of a local file: a \"%\" without two hexadecimal digits");
-    EXPECT_EQ(message("/a%00b"), "/a%00b: not valid Unicode text: it holds a NUL");
+              "http://kelvaris.example/a: the address is not that of a local file: its scheme is not \"file\"; copy "
+              "the file to this computer first");
+    EXPECT_EQ(message("file://server/a"), "file://server/a: the address is not that of a local file: it names another "
+                                          "machine; copy the file to this computer first");
+    EXPECT_EQ(message("/a%2"), "/a%2: the address is not that of a local file: a \"%\" without two hexadecimal digits; "
+                               "copy the file to this computer first");
+    EXPECT_EQ(message("/a%00b"), "/a%00b: not valid Unicode text: it holds a NUL; write the text in UTF-8");
 }
 
 TEST(Url, KeepsItsText)

@@ -139,7 +139,7 @@ TEST(DateTime, RefusesWhatIsNoTime)
 TEST(DateTime, AnErrorShowsTheText)
 {
     EXPECT_EQ(DateTime::fromXSDDateTime(u8"2026-02-30").error().message(),
-              String2{u8"2026-02-30: not a date and time that exists"});
+              String2{u8"2026-02-30: not a date and time that exists; write it as 2025-12-31T23:59:59Z"});
 }
 
 TEST(DateTime, EqualTimesHaveTheSameWords)

@@ -94,21 +94,21 @@ TEST(String, WideTextOfInvalidBytesThrowsInvalidTextAndShowsThem)
 {
     const ErrorCode2 code = codeThrownBy([] { (void)String{invalidBytes}.toStdWString(); });
     EXPECT_EQ(code, invalidText);
-    EXPECT_EQ(code.message(), String2{u8"a\\xFF\\xC3: not valid Unicode text"});
+    EXPECT_EQ(code.message(), String2{u8"a\\xFF\\xC3: not valid Unicode text; write the text in UTF-8"});
 }
 
 TEST(String, HalfASurrogatePairThrowsInvalidText)
 {
     const ErrorCode2 code = codeThrownBy([] { String{std::wstring{L'a', static_cast<wchar_t>(0xD800)}}; });
     EXPECT_EQ(code, invalidText);
-    EXPECT_EQ(code.message(), String2{u8"a\\xD800: not valid Unicode text"});
+    EXPECT_EQ(code.message(), String2{u8"a\\xD800: not valid Unicode text; write the text in UTF-8"});
 }
 
 TEST(String, MessageAboutALongInvalidTextShowsOnlyItsBeginning)
 {
     const std::string text = std::string(200, 'a') + "\xFF";
     const ErrorCode2 code = codeThrownBy([&text] { (void)String{text}.toStdWString(); });
-    const std::u8string expected = std::u8string(100, u8'a') + u8"...: not valid Unicode text";
+    const std::u8string expected = std::u8string(100, u8'a') + u8"...: not valid Unicode text; write the text in UTF-8";
     EXPECT_EQ(code.message(), String2{expected.c_str()});
 }
 
