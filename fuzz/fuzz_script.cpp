@@ -45,7 +45,8 @@ public:
     /// A text of its own, without what would make it the path of a file that is not below the working directory.
     std::string text()
     {
-        const std::size_t length = std::min(below(48), m_bytes.size());
+        const std::size_t wanted = below(48); // which takes a byte itself
+        const std::size_t length = std::min(wanted, m_bytes.size());
         std::string text{m_bytes.substr(0, length)};
         m_bytes.remove_prefix(length);
         for (char& character : text)

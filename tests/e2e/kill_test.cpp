@@ -28,15 +28,6 @@ for (let i = 0;; ++i) {
 }
 )";
 
-std::string noise(std::size_t size)
-{
-    std::string bytes(size, '\0');
-    std::mt19937 generator{3};
-    for (char& byte : bytes)
-        byte = static_cast<char>(generator());
-    return bytes;
-}
-
 /// How often the program is killed: 200 times, or as often as HOLLERWICK_KILLS says.
 int killCount()
 {

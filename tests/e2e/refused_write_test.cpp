@@ -62,8 +62,7 @@ protected:
     static bool mayMount() { return runProgram(QStringLiteral("/bin/sh"), {"-c", "unshare -m true"}).status == 0; }
 
     TemporaryFolder folder;
-    fs::path source =
-        folder.write("design/top.kvsch", std::string(70'000, 's') + readFile("/proc/self/exe").substr(0, 900'000));
+    fs::path source = folder.write("design/top.kvsch", std::string(70'000, 's') + noise(900'000));
     fs::path example = folder / "top.kvbdl.zip";
     fs::path directory = folder / "out";
     std::map<std::string, std::string> before;
