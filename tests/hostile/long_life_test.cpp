@@ -54,8 +54,8 @@ std::size_t allocatedBytes()
 } // namespace
 
 #if defined(__SANITIZE_ADDRESS__)
-// After thousands of threads of file dialogs LeakSanitizer now and then falls over their storage itself. What leaks over a long
-// life shows in the bytes that the plain build counts.
+// After thousands of threads of file dialogs LeakSanitizer now and then falls over their storage itself. What leaks
+// over a long life shows in the bytes that the plain build counts.
 extern "C" __attribute__((visibility("default"))) int __lsan_is_turned_off();
 
 extern "C" int __lsan_is_turned_off()
