@@ -1,23 +1,11 @@
 #include "tests/broken/corpus_index.h"
 
+#include "tests/support/split.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
-
-namespace {
-
-std::vector<std::string> split(const std::string& text, char separator)
-{
-    std::vector<std::string> pieces;
-    std::istringstream stream{text};
-    for (std::string piece; std::getline(stream, piece, separator);)
-        pieces.push_back(piece);
-    return pieces;
-}
-
-} // namespace
 
 bool CorpusCase::opens() const
 {

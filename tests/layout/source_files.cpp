@@ -1,10 +1,11 @@
 #include "tests/layout/source_files.h"
 
+#include "tests/support/split.h"
+
 #include <array>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -23,15 +24,6 @@ std::optional<std::string> outputOf(const char* command)
     if (pclose(pipe) != 0)
         return std::nullopt;
     return output;
-}
-
-std::vector<std::string> split(const std::string& text, char separator)
-{
-    std::vector<std::string> pieces;
-    std::istringstream stream{text};
-    for (std::string piece; std::getline(stream, piece, separator);)
-        pieces.push_back(piece);
-    return pieces;
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include "tests/support/offscreen.h"
+
 #include <QtWidgets/QApplication>
 
 #include <gtest/gtest.h>
@@ -6,9 +8,7 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    // CTest lists the tests of a program without the environment of its tests.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    showWindowsOffscreen();
     QApplication application{argc, argv};
     QApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();

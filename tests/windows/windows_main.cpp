@@ -1,14 +1,13 @@
 #include "host/shell/host_application.h"
 #include "host/shell/log_output.h"
+#include "tests/support/offscreen.h"
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    // CTest lists the tests of a program without the environment of its tests.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    showWindowsOffscreen();
     HostShell::startLog(HostShell::LogThreshold::error);
     const auto application = HostShell::HostApplication::connect();
     QApplication::setQuitOnLastWindowClosed(false);
