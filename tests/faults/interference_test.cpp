@@ -84,6 +84,16 @@ protected:
         return bundle;
     }
 
+    /// The same for a bundle that is looked at afterwards, whether this succeeds or not.
+    Done putExampleInto(std::optional<ExampleBundle>& bundle) const
+    {
+        auto made = example(source);
+        if (!made)
+            return made.error();
+        bundle.emplace(std::move(*made));
+        return {};
+    }
+
     TemporaryFolder folder;
     fs::path source = folder / "design/top.kvsch";
     fs::path target = folder / "out/bundle.kvbdl.zip";
@@ -138,14 +148,7 @@ TEST_F(Interference, AFileThatShrinksWhileItIsPackedIsPackedWholeOrRefused)
     for (const std::size_t size : {std::size_t{400'000}, std::size_t{9'000'000}}) {
         const std::string bytes = text(size);
         std::optional<ExampleBundle> bundle;
-        aheadOfEachCall([&] { folder.write("design/top.kvsch", bytes); },
-                        [&]() -> Done {
-                            auto made = example(source);
-                            if (!made)
-                                return made.error();
-                            bundle.emplace(std::move(*made));
-                            return {};
-                        },
+        aheadOfEachCall([&] { folder.write("design/top.kvsch", bytes); }, [&] { return putExampleInto(bundle); },
                         [&] { fs::resize_file(source, 1000); },
                         [&](const Done& result) {
                             expectNamed(result, source);
@@ -166,14 +169,7 @@ TEST_F(Interference, AFileThatGrowsWhileItIsPackedIsPackedAsItWasOrAsItIs)
     const std::string bytes = text(400'000);
     const std::string grown = text(5'000'000);
     std::optional<ExampleBundle> bundle;
-    aheadOfEachCall([&] { folder.write("design/top.kvsch", bytes); },
-                    [&]() -> Done {
-                        auto made = example(source);
-                        if (!made)
-                            return made.error();
-                        bundle.emplace(std::move(*made));
-                        return {};
-                    },
+    aheadOfEachCall([&] { folder.write("design/top.kvsch", bytes); }, [&] { return putExampleInto(bundle); },
                     [&] {
                         std::ofstream{source, std::ios::binary | std::ios::app} << grown.substr(bytes.size());
                     },
