@@ -5,6 +5,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QMetaEnum>
 
 #include <algorithm>
 #include <utility>
@@ -118,9 +119,17 @@ public:
 
 namespace {
 
-int toCheckState(QVariant value)
+/// As a conversion to the metatype of `Qt::CheckState` gives it, a number or names of states, without asking for that
+/// type: to ask is to register it, and Qt would keep functions of this library for it, and call them, long after the library
+/// has been unloaded.
+int toCheckState(const QVariant& value)
 {
-    return value.convert(qMetaTypeId<Qt::CheckState>()) ? value.toInt() : static_cast<int>(Qt::Unchecked);
+    bool isState = false;
+    const qlonglong number = value.toLongLong(&isState);
+    if (isState)
+        return static_cast<int>(number);
+    const int named = QMetaEnum::fromType<Qt::CheckState>().keysToValue(value.toByteArray().constData(), &isState);
+    return isState ? named : static_cast<int>(Qt::Unchecked);
 }
 
 } // namespace

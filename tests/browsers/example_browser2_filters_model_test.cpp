@@ -202,6 +202,47 @@ TEST_F(FiltersModel, ClearsAnOptionWithATextThatIsNoState)
     EXPECT_EQ(lastSelection(), QString{});
 }
 
+TEST_F(FiltersModel, TakesEveryValueAsItsConversionToACheckState)
+{
+    const QVariantList values{QVariant{},
+                              QVariant{QVariant::Int},
+                              QVariant{QVariant::String},
+                              QVariant::fromValue(Qt::Checked),
+                              QVariant::fromValue(Qt::PartiallyChecked),
+                              true,
+                              -1,
+                              1U,
+                              2.0,
+                              1.5,
+                              1e30,
+                              std::numeric_limits<qlonglong>::max(),
+                              QStringLiteral("2"),
+                              QStringLiteral(" 2 "),
+                              QStringLiteral("2.5"),
+                              QStringLiteral("true"),
+                              QStringLiteral("Checked"),
+                              QStringLiteral("Qt::PartiallyChecked"),
+                              QStringLiteral("CheckState::Checked"),
+                              QStringLiteral("Unchecked"),
+                              QStringLiteral("checked"),
+                              QStringLiteral(" Checked"),
+                              QStringLiteral("Checked|PartiallyChecked"),
+                              QByteArray{"Checked"},
+                              QByteArray{"1"},
+                              QByteArray{"x"},
+                              QChar{u'2'},
+                              QStringList{QStringLiteral("2")},
+                              QJsonValue{2},
+                              QJsonValue{QStringLiteral("2")},
+                              QVariantMap{}};
+    for (const QVariant& value : values) {
+        QVariant converted = value;
+        const bool isState = converted.convert(qMetaTypeId<Qt::CheckState>());
+        EXPECT_TRUE(check(manufacturer("Renesas"), value));
+        EXPECT_EQ(stateOf(manufacturer("Renesas")), isState ? converted.toInt() : 0) << value.typeName() << " " << value.toString().toStdString();
+    }
+}
+
 TEST_F(FiltersModel, CountsAHalfCheckedManufacturerAsNotChecked)
 {
     EXPECT_TRUE(check(manufacturer("Renesas"), Qt::PartiallyChecked));
