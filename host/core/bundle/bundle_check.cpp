@@ -11,6 +11,7 @@
 #include "kelvaris/system/uuid.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace Kelvaris::System::IO::Bundle::detail {
 
@@ -106,10 +107,10 @@ void BundleCheck::checkFormat(PackageData& package, const std::string& place)
 void BundleCheck::checkContents(PackageData& package)
 {
     std::vector<Disk::OutputTree::Destination> destinations;
-    std::vector<PartPtr> parts = targets(package, Markup::packageSource, Layout::contentRelationship);
-    std::ranges::sort(parts);
-    parts.erase(std::ranges::unique(parts).begin(), parts.end());
-    for (const PartPtr& part : parts) {
+    std::unordered_set<PartPtr> seen;
+    for (const PartPtr& part : targets(package, Markup::packageSource, Layout::contentRelationship)) {
+        if (!seen.insert(part).second)
+            continue;
         auto destination = destinationOf(*part, package.parts().subjectOf(part->name));
         if (destination)
             destinations.push_back(std::move(*destination));

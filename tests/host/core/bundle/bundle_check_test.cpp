@@ -10,8 +10,10 @@ using namespace Kelvaris::System;
 using IO::Bundle::checkBundle;
 using IO::Bundle::CheckReport;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 namespace fs = std::filesystem;
 
 namespace {
@@ -89,6 +91,25 @@ TEST_F(BundleCheckTest, TellsAllFaultsAndNotTheFirstAlone)
         .write(file());
     EXPECT_THAT(faults(), ElementsAre(HasSubstr("M2.14"), HasSubstr("M2.5"), HasSubstr("M2.6"),
                                       HasSubstr("'1' is no id"), HasSubstr("the id 'r' stands twice")));
+}
+
+TEST_F(BundleCheckTest, TellsFilesThatCannotBeUnpackedOnceAndInTheirOrder)
+{
+    PackageFile package;
+    std::string relationships = relationship("p", "bundle/properties", "bundle.xml");
+    std::vector<testing::Matcher<std::string>> expected;
+    for (int number = 0; number < 10; ++number) {
+        const std::string name = "content/" + std::to_string(number) + "%FF.txt";
+        package.add(name, "a");
+        for (const char* id : {"a", "b"})
+            relationships += relationship(id + std::to_string(number), "content-bundle/content", name);
+        expected.emplace_back(StartsWith("/" + name));
+    }
+    package.addContentTypes(propertiesType)
+        .addRelationships(relationships)
+        .add("bundle.xml", bundleXml("content"))
+        .write(file());
+    EXPECT_THAT(faults(), ElementsAreArray(expected));
 }
 
 TEST_F(BundleCheckTest, TellsWhatIsNoPartOfTheFormat)
