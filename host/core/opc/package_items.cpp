@@ -116,6 +116,8 @@ Result<Zip::ByteSourcePtr> PackageItems::openNested(const PackageItem& item, std
 
 Result<> PackageItems::write(const FilePath2& path, const Generated& generated) const
 {
+    if (m_store != nullptr)
+        m_store->packAll();
     auto written = writeItems(path, generated);
     if (m_store != nullptr)
         m_store->rest();

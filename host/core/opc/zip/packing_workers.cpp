@@ -14,6 +14,13 @@ constexpr unsigned maximumThreads = 8;
 /// A single job is not worth a thread: its owner needs it next.
 constexpr std::size_t worthAThread = 2;
 
+void runIfWanted(const PackingJobPtr& job, BlockDeflater& deflater) noexcept
+{
+    // a job that nobody else holds is one whose result nobody wants
+    if (job.use_count() > 1)
+        job->runIfWaiting(deflater);
+}
+
 } // namespace
 
 PackingWorkers::PackingWorkers() : m_limit{std::clamp(std::thread::hardware_concurrency(), 1U, maximumThreads) - 1} {}
@@ -50,26 +57,39 @@ void PackingWorkers::startWorker()
     }
 }
 
-PackingJobPtr PackingWorkers::next() noexcept
+PackingJobPtr PackingWorkers::takeWaiting() noexcept
 {
-    const std::lock_guard lock{m_mutex};
-    if (m_waiting.empty()) {
-        --m_running;
+    if (m_waiting.empty())
         return nullptr;
-    }
     PackingJobPtr job = std::move(m_waiting.front());
     m_waiting.pop_front();
     return job;
 }
 
+PackingJobPtr PackingWorkers::next() noexcept
+{
+    const std::lock_guard lock{m_mutex};
+    PackingJobPtr job = takeWaiting();
+    if (job == nullptr)
+        --m_running;
+    return job;
+}
+
+bool PackingWorkers::help(BlockDeflater& deflater) noexcept
+{
+    std::unique_lock lock{m_mutex};
+    const PackingJobPtr job = takeWaiting();
+    lock.unlock();
+    if (job != nullptr)
+        runIfWanted(job, deflater);
+    return job != nullptr;
+}
+
 void PackingWorkers::work() noexcept
 {
     BlockDeflater deflater;
-    while (const PackingJobPtr job = next()) {
-        // a job that nobody else holds is one whose result nobody wants
-        if (job.use_count() > 1)
-            job->runIfWaiting(deflater);
-    }
+    while (const PackingJobPtr job = next())
+        runIfWanted(job, deflater);
 }
 
 void PackingWorkers::finish() noexcept

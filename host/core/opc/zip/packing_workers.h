@@ -32,6 +32,10 @@ public:
 
     void add(const PackingJobPtr& job);
 
+    /// For the owner, instead of waiting for a thread: does the next job that nobody has begun.
+    /// @return  whether there was one
+    bool help(BlockDeflater& deflater) noexcept;
+
     /// No thread runs afterwards. What waits still is done where its result is needed.
     void finish() noexcept;
 
@@ -39,6 +43,7 @@ private:
     void startWorker();
     void work() noexcept;
     PackingJobPtr next() noexcept;
+    PackingJobPtr takeWaiting() noexcept;
 
     unsigned m_limit;
     std::mutex m_mutex; ///< of the next two

@@ -124,6 +124,8 @@ public:
     Expected<PayloadPtr, ErrorCode2> takeBlock(Buffer bytes, std::size_t size, Effort effort);
     Expected<PayloadPtr, ErrorCode2> takeStream(const Input& input, Effort effort);
 
+    void packAll() noexcept;
+
     PackingWorkers& workers() noexcept { return m_workers; }
 
 private:
@@ -209,11 +211,23 @@ Expected<void, ErrorCode2> PayloadStore::Data::settle(std::size_t room)
         const auto payload = m_backlog.front().payload.lock();
         return payload == nullptr || payload->isPacked();
     };
-    while (!m_backlog.empty() && (m_backlogSize + room > backlogSize || isOldestDone())) {
+    while (!m_backlog.empty()) {
+        const bool isDone = isOldestDone();
+        if (!isDone && m_backlogSize + room <= backlogSize)
+            break;
+        // whoever waits for the thread that has the oldest in hand leaves all work to that thread
+        if (!isDone && m_workers.help(*m_deflater))
+            continue;
         if (auto settled = settleOldest(); !settled)
             return settled;
     }
     return {};
+}
+
+void PayloadStore::Data::packAll() noexcept
+{
+    while (m_workers.help(*m_deflater)) {
+    }
 }
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effort effort)
@@ -327,6 +341,11 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file,
     if (*count < room && *count <= limit)
         return m_data->takeBlock(std::move(buffer), *count, effort);
     return m_data->takeStream(input, effort);
+}
+
+void PayloadStore::packAll() noexcept
+{
+    m_data->packAll();
 }
 
 void PayloadStore::rest() noexcept

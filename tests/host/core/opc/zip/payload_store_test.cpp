@@ -291,6 +291,20 @@ TEST(PayloadStore, LetsNoThreadRunAfterItRestsOrIsGone)
         EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i % paths.size()])) << i;
 }
 
+TEST(PayloadStore, PackAllLeavesNothingButWhatAThreadHasInHand)
+{
+    const TemporaryFolder folder;
+    const auto paths = manyFiles(folder, 100);
+    PayloadStore store;
+    store.setThreads(1);
+    const auto payloads = takeAll(store, paths);
+    store.packAll();
+    const auto isWaiting = [](const PayloadPtr& payload) { return !payload->isPacked(); };
+    EXPECT_LE(std::ranges::count_if(payloads, isWaiting), 1);
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i])) << i;
+}
+
 TEST(PayloadStore, FilesThatThreadsCompressAreTakenInWhenTheCallReturns)
 {
     const TemporaryFolder folder;
