@@ -8,7 +8,8 @@ namespace Kelvaris::System::IO::Bundle {
 
 void GuardedItemDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
-    // Not through the base class: what the model throws would pass through Qt, which does not unwind and would leak the value.
+    // Not through the base class: what the model throws would pass through Qt, which does not unwind and would leak the
+    // value.
     const QVariant value = editor->metaObject()->userProperty().read(editor);
     runGuarded([&] { model->setData(index, value, Qt::EditRole); });
 }

@@ -46,7 +46,8 @@ protected:
         const FilePath2 example = toFilePath(writeExample(m_folder, "example", sample));
         auto barrel = BarrelOfExamplesBundle::create().value();
         for (int i = 0; i < examples; ++i)
-            (void)barrel.addExample(example, OpcPackagePartUri{toFilePath("examples/" + std::to_string(1000 + i))}).value();
+            (void)barrel.addExample(example, OpcPackagePartUri{toFilePath("examples/" + std::to_string(1000 + i))})
+                .value();
         const auto path = m_folder / ("barrel" + std::to_string(examples));
         barrel.writeToFile(toFilePath(path)).value();
         return path;
@@ -57,7 +58,8 @@ protected:
         const FilePath2 file = toFilePath(m_folder.write("part", "a part"));
         auto bundle = ContentBundle::create().value();
         for (int i = 0; i < parts; ++i) {
-            const OpcPackagePartUri uri{toFilePath("content/d" + std::to_string(i % 20) + "/" + std::to_string(1000 + i))};
+            const OpcPackagePartUri uri{
+                toFilePath("content/d" + std::to_string(i % 20) + "/" + std::to_string(1000 + i))};
             (void)bundle
                 .createContentPartFromFile(file, uri, MIMEType{String2{u8"text/plain"}},
                                            OpcPackageCompressionType::none)

@@ -191,11 +191,12 @@ TEST_F(OpcPackagePropertiesTest, ADanglingRelationshipLeadsToThePartThatASetterM
 TEST_F(OpcPackagePropertiesTest, APartThatNothingLedToBecomesThatOfThePackage)
 {
     PackageFile file;
-    OpcPackage package = open(file.addContentTypes(coreType)
-                                  .addRelationships("<Relationship Id='c' Target='gone.xml' "
-                                                    "Type='http://schemas.openxmlformats.org/package/2006/relationships/"
-                                                    "metadata/core-properties'/>")
-                                  .add("core.xml", coreDocument("<dc:creator>c</dc:creator>")));
+    OpcPackage package =
+        open(file.addContentTypes(coreType)
+                 .addRelationships("<Relationship Id='c' Target='gone.xml' "
+                                   "Type='http://schemas.openxmlformats.org/package/2006/relationships/"
+                                   "metadata/core-properties'/>")
+                 .add("core.xml", coreDocument("<dc:creator>c</dc:creator>")));
     EXPECT_EQ(package.packageProperties().creator().error(), code(OpcError::propertyNotSet));
     ASSERT_TRUE(package.packageProperties().setTitle(u8"t"));
     OpcPackage again = saved(package);
