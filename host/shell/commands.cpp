@@ -7,6 +7,7 @@
 #include "host/shell/function_call.h"
 #include "host/shell/host_application.h"
 #include "host/shell/inspecting_commands.h"
+#include "host/shell/interruption.h"
 #include "host/shell/json_text.h"
 #include "host/shell/man_page.h"
 #include "host/shell/plugin_library.h"
@@ -20,6 +21,7 @@
 #include <QtCore/QFile>
 
 #include <cstdio>
+#include <utility>
 
 namespace HostShell {
 
@@ -78,6 +80,22 @@ Expected<std::vector<Texts>, ArgumentError> parseArguments(const Texts& words)
     return arguments;
 }
 
+constexpr const char* interruptedSentence = "interrupted";
+
+/// Ends a program that waits for its windows, between two events: disk work that one of them began has ended by then.
+void endAmongEvents()
+{
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [] { Interruption::end(interruptedSentence); }, Qt::QueuedConnection);
+}
+
+int statusUnlessInterrupted(int status)
+{
+    if (Interruption::hasHappened())
+        Interruption::end(interruptedSentence);
+    return status;
+}
+
 int callFunction(const CommandLine& line)
 {
     if (const auto refusal = refusalOf(line.subject, line.arguments.size()))
@@ -91,9 +109,10 @@ int callFunction(const CommandLine& line)
     const auto stage = windows ? Stage::withWindows(line) : Stage::withoutWindows();
     if (!stage)
         return refuseToRun(line, stage.error().text);
+    const Interruption interruption{endAmongEvents};
     const Kelvaris::CallResult result = callByName(line.subject, *arguments).result;
     printResults(result, line.json);
-    return (*stage)->finish(result.status);
+    return statusUnlessInterrupted((*stage)->finish(result.status));
 }
 
 struct FileError
@@ -122,11 +141,20 @@ int runScript(const CommandLine& line)
     if (!stage)
         return refuseToRun(line, stage.error().text);
     ScriptRunner runner{[](const QString& text) { printLine(text.toStdString()); }};
+    const Interruption interruption{[&runner, isAsked = false]() mutable {
+        // a script may be where nothing stops it, in a long search for a pattern: who asks again means it
+        if (std::exchange(isAsked, true))
+            Interruption::end(interruptedSentence);
+        runner.stop();
+        endAmongEvents();
+    }};
     const ScriptEnd end =
         runner.run(QString::fromStdString(*script), QString::fromStdString(line.subject), line.arguments);
+    if (end.stopped)
+        Interruption::end(interruptedSentence);
     if (!end.error.isEmpty())
         std::fprintf(stderr, "%s\n", end.error.toUtf8().constData());
-    return end.exited ? end.status : (*stage)->finish(end.status);
+    return statusUnlessInterrupted(end.exited ? end.status : (*stage)->finish(end.status));
 }
 
 int openConsole(const CommandLine& line)
@@ -139,7 +167,8 @@ int openConsole(const CommandLine& line)
     // pictures look the same whatever the user did before
     ConsoleWindow window{line.grabDirectory.empty() ? ConsolePlaces::ofUser() : ConsolePlaces{}};
     window.show();
-    return (*stage)->finish(0);
+    const Interruption interruption{endAmongEvents};
+    return statusUnlessInterrupted((*stage)->finish(0));
 }
 
 int generateText(const CommandLine& line)

@@ -100,6 +100,10 @@ std::string manPage()
     text += ".SH EXIT STATUS\n";
     for (const StatusRow& row : statusTable())
         text += entry(bold(std::to_string(row.status)), row.meaning);
+    text += ".PP\n" +
+            escaped("A script may end with any other number. Ctrl-C ends every verb by the signal, after what it "
+                    "had half written is removed.") +
+            "\n";
     return text;
 }
 

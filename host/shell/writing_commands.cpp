@@ -33,11 +33,7 @@ int writingStatusOf(const ErrorCode2& error)
     return &error.category() == &opc_error_category() ? statusOf(error) : ExitStatus::failed;
 }
 
-[[noreturn]] void endInterrupted()
-{
-    complain("interrupted; nothing was written");
-    Interruption::end();
-}
+constexpr const char* interruptedSentence = "interrupted; nothing was written";
 
 // extract
 
@@ -145,7 +141,7 @@ int unpackInto(const CommandLine& line, ContentBundle& bundle, const std::string
         return bundle.unpack(toPath(directory));
     }();
     if (!unpacked && Interruption::hasHappened())
-        endInterrupted();
+        Interruption::end(interruptedSentence);
     if (!unpacked)
         return refuse(line, writingStatusOf(unpacked.error()), unpacked.error());
     printExtracted(line, directory, files);
@@ -211,7 +207,7 @@ int callPacker(const CommandLine& line, const PackingPlan& plan, const std::stri
         return ExitStatus::done;
     }
     if (Interruption::hasHappened())
-        endInterrupted();
+        Interruption::end(interruptedSentence);
     return refuse(line, ExitStatus::failed, reasonOf(outcome));
 }
 

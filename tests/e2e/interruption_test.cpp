@@ -1,104 +1,23 @@
 #include "tests/e2e/host_program.h"
+#include "tests/e2e/stopped_host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <array>
 #include <csignal>
-#include <fstream>
-#include <thread>
 
 namespace fs = std::filesystem;
 
-using testing::ElementsAre;
-using testing::HasSubstr;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+using testing::UnorderedElementsAre;
 
 namespace {
 
-/// The program with a standard error that is full, so that it waits at its first line there until somebody reads.
-class WaitingHost
-{
-public:
-    explicit WaitingHost(std::vector<std::string> words)
-    {
-        EXPECT_EQ(pipe2(m_pipe.data(), O_CLOEXEC), 0);
-        fill();
-        words.insert(words.begin(), HOLLERWICK_HOST);
-        m_process = fork();
-        if (m_process != 0)
-            return;
-        dup2(m_pipe[1], STDERR_FILENO);
-        std::vector<char*> arguments;
-        for (std::string& word : words)
-            arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        execv(HOLLERWICK_HOST, arguments.data());
-        _exit(127);
-    }
-
-    ~WaitingHost()
-    {
-        close(m_pipe[0]);
-        close(m_pipe[1]);
-    }
-
-    WaitingHost(const WaitingHost&) = delete;
-    WaitingHost& operator=(const WaitingHost&) = delete;
-
-    /// Returns when it writes to standard error, which is when the function is called.
-    void awaitLine() const
-    {
-        // the system call that it is in, and its first argument: write, to 2
-        const std::string place = "/proc/" + std::to_string(m_process) + "/syscall";
-        for (std::string call; !call.starts_with("1 0x2 ");) {
-            std::ifstream file{place};
-            ASSERT_TRUE(file.good()) << "the program has ended";
-            std::getline(file, call);
-            std::this_thread::yield();
-        }
-    }
-
-    /// Sends the signal and reads what was written to standard error.
-    /// @return  the signal that ended the program; 0 when it ended otherwise
-    int interrupt(int signal)
-    {
-        kill(m_process, signal);
-        close(m_pipe[1]);
-        m_pipe[1] = -1;
-        std::array<char, 4096> piece;
-        for (ssize_t count = 1; count > 0;) {
-            count = read(m_pipe[0], piece.data(), piece.size());
-            m_errors.append(piece.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        }
-        int status = 0;
-        waitpid(m_process, &status, 0);
-        return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-    }
-
-    std::string errors() const { return m_errors.substr(m_filled); }
-
-private:
-    void fill()
-    {
-        fcntl(m_pipe[1], F_SETFL, O_NONBLOCK);
-        const std::string blank(1024, '\n');
-        for (ssize_t count = 0; count >= 0; m_filled += static_cast<std::size_t>(count)) {
-            count = write(m_pipe[1], blank.data(), blank.size());
-            if (count < 0)
-                break;
-        }
-        fcntl(m_pipe[1], F_SETFL, 0);
-    }
-
-    std::array<int, 2> m_pipe{};
-    pid_t m_process = -1;
-    std::size_t m_filled = 0;
-    std::string m_errors;
-};
+constexpr const char* nothingWritten = "hollerwick-host: interrupted; nothing was written\n";
+constexpr const char* interrupted = "hollerwick-host: interrupted\n";
 
 std::vector<std::string> namesBelow(const fs::path& directory)
 {
@@ -108,19 +27,135 @@ std::vector<std::string> namesBelow(const fs::path& directory)
     return names;
 }
 
+class InterruptedProgram : public testing::Test
+{
+protected:
+    InterruptedProgram() { fs::create_directory(out); }
+
+    /// An example of both files.
+    std::string example() const
+    {
+        const std::string path = (m_folder / "made.kvbdl.zip").string();
+        EXPECT_EQ(runHost({"pack", primary, other, "--output", path}).status, 0);
+        return path;
+    }
+
+    std::string script(const std::string& text) const { return m_folder.write("script.js", text).string(); }
+
+    /// Sends the signal when the program is about to write its first bytes below `out`, and expects that it ends by
+    /// that.
+    void interruptAtFirstWrite(StoppedHost& host, int signal = SIGINT) const
+    {
+        ASSERT_TRUE(host.awaitWriteBelow(out)) << host.output() << host.errors();
+        EXPECT_EQ(host.interrupt(signal), signal) << host.output() << host.errors();
+    }
+
+    /// The same, where something of what is being made stands on the disk under its name by then.
+    void interruptHalfDone(StoppedHost& host) const
+    {
+        ASSERT_TRUE(host.awaitWriteBelow(out)) << host.output() << host.errors();
+        EXPECT_THAT(namesBelow(out), Not(IsEmpty()));
+        EXPECT_EQ(host.interrupt(SIGINT), SIGINT) << host.output() << host.errors();
+        EXPECT_THAT(namesBelow(out), IsEmpty());
+    }
+
+private:
+    TemporaryFolder m_folder;
+
+protected:
+    const fs::path out = m_folder / "out";
+    const std::string bundle = (out / "a.kvbdl.zip").string();
+    const std::string unpacked = (out / "unpacked").string();
+    const std::string primary = m_folder.write("design/a.kvsch", noise(200'000)).string();
+    const std::string other = m_folder.write("design/b.kvsch", noise(300'000)).string();
+};
+
 } // namespace
 
-TEST(Interruption, EndsPackingByTheSignalAndLeavesTheOldFile)
+TEST_F(InterruptedProgram, EndsPackingByTheSignalAndLeavesTheOldFile)
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        const TemporaryFolder folder;
-        const std::string output = folder.write("a.kvbdl.zip", "old").string();
-        WaitingHost host{{"pack", std::string{SAMPLES_DIRECTORY} + "/designs/rc_lowpass", "--output", output, "--force",
-                          "--log-script-calls"}};
-        host.awaitLine();
-        EXPECT_EQ(host.interrupt(signal), signal);
-        EXPECT_THAT(host.errors(), HasSubstr("hollerwick-host: interrupted; nothing was written\n"));
-        EXPECT_THAT(namesBelow(folder.path()), ElementsAre("a.kvbdl.zip"));
-        EXPECT_EQ(readFile(output), "old");
+        std::ofstream{bundle} << "old";
+        StoppedHost host{{"pack", primary, other, "--output", bundle, "--force"}};
+        interruptAtFirstWrite(host, signal);
+        EXPECT_EQ(host.errors(), nothingWritten);
+        EXPECT_EQ(host.output(), "");
+        EXPECT_THAT(filesBelow(out), UnorderedElementsAre(Pair("a.kvbdl.zip", "old")));
     }
+}
+
+TEST_F(InterruptedProgram, EndsMakingABarrelAndLeavesNothing)
+{
+    StoppedHost host{{"barrel", example(), "--output", (out / "a.kvexs").string()}};
+    interruptAtFirstWrite(host);
+    EXPECT_EQ(host.errors(), nothingWritten);
+    EXPECT_THAT(namesBelow(out), IsEmpty());
+}
+
+TEST_F(InterruptedProgram, EndsExtractingAndRemovesWhatItHadWritten)
+{
+    StoppedHost host{{"extract", example(), "--output", unpacked}};
+    interruptHalfDone(host);
+    EXPECT_EQ(host.errors(), nothingWritten);
+    EXPECT_EQ(host.output(), "");
+}
+
+TEST_F(InterruptedProgram, EndsAFunctionThatUnpacksAndRemovesWhatItHadWritten)
+{
+    StoppedHost host{{"call", "_unpack_content_bundle", example(), unpacked}};
+    interruptHalfDone(host);
+    EXPECT_EQ(host.output(), "FAILED\n");
+    EXPECT_THAT(host.errors(), EndsWith(interrupted));
+}
+
+TEST_F(InterruptedProgram, EndsAFunctionThatPacksAndLeavesNothing)
+{
+    StoppedHost host{{"call", "_create_example", primary, bundle, "title"}};
+    interruptAtFirstWrite(host);
+    EXPECT_THAT(host.errors(), EndsWith(interrupted));
+    EXPECT_THAT(namesBelow(out), IsEmpty());
+}
+
+TEST_F(InterruptedProgram, EndsAScriptInTheMiddleOfACall)
+{
+    StoppedHost host{{"run", script("for (;;) try { _unpack_content_bundle(args[0], args[1]); } catch (error) {}"),
+                      example(), unpacked}};
+    interruptHalfDone(host);
+    EXPECT_THAT(host.errors(), EndsWith(interrupted));
+}
+
+TEST_F(InterruptedProgram, EndsAScriptThatDoesNotEnd)
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        StoppedHost host{{"run", script("print('runs'); for (;;) try { for (;;) ; } catch (error) {}")}};
+        ASSERT_TRUE(host.awaitText("runs\n"));
+        EXPECT_EQ(host.interrupt(signal), signal);
+        EXPECT_EQ(host.output(), "runs\n");
+        EXPECT_EQ(host.errors(), interrupted);
+    }
+}
+
+TEST_F(InterruptedProgram, EndsWhereAScriptCannotBeStoppedWhenItIsAskedAgain)
+{
+    StoppedHost host{{"run", script("print('runs'); /^(a+)+$/.test('a'.repeat(60) + 'b');")}};
+    ASSERT_TRUE(host.awaitText("runs\n"));
+    EXPECT_EQ(host.insist(SIGINT), SIGINT);
+    EXPECT_EQ(host.errors(), interrupted);
+}
+
+TEST_F(InterruptedProgram, EndsWhileAWindowIsOpen)
+{
+    StoppedHost host{{"call", "_create_example_bundle_editor", example(), "--log-script-calls"}};
+    ASSERT_TRUE(host.awaitText("_create_example_bundle_editor"));
+    EXPECT_EQ(host.interrupt(SIGINT), SIGINT);
+    EXPECT_THAT(host.errors(), EndsWith(interrupted));
+}
+
+TEST_F(InterruptedProgram, EndsWhileAScriptWaitsForADialog)
+{
+    StoppedHost host{{"run", script("_example_browser_2(args[0], args[1]);"),
+                      std::string{SAMPLES_DIRECTORY} + "/none.kvexs", unpacked, "--log-script-calls"}};
+    ASSERT_TRUE(host.awaitText("_example_browser_2"));
+    EXPECT_EQ(host.interrupt(SIGINT), SIGINT);
+    EXPECT_THAT(host.errors(), EndsWith(interrupted));
 }

@@ -22,15 +22,14 @@ auto calling(Call call) noexcept -> decltype(call())
 {
     if (Faults::strike())
         return -1;
-    if (Work::isCancelled()) {
-        errno = ECANCELED;
-        return -1;
-    }
-    for (;;) {
+    // looked at again after a signal: it may have come while the call waited, for the other end of a pipe
+    while (!Work::isCancelled()) {
         const auto result = call();
         if (result != -1 || errno != EINTR)
             return result;
     }
+    errno = ECANCELED;
+    return -1;
 }
 
 /// A file that grows beyond the user's limit must be an error and not the end of the host.

@@ -1,0 +1,141 @@
+#include "tests/e2e/stopped_host.h"
+
+#include <fcntl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdint>
+#include <system_error>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Becomes the program, with what it prints in two files. Only calls to the system from here on: this is another
+/// process.
+[[noreturn]] void becomeHost(const std::string& output, const std::string& errors, char* const* arguments)
+{
+    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+    dup2(open(output.c_str(), flags, 0600), STDOUT_FILENO);
+    dup2(open(errors.c_str(), flags, 0600), STDERR_FILENO);
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    execv(HOLLERWICK_HOST, arguments);
+    _exit(127);
+}
+
+constexpr int noFile = -1;
+
+/// The file that the call writes into, when the process stands before one that writes.
+int writtenFile(pid_t process)
+{
+    __ptrace_syscall_info call{};
+    ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof call, &call);
+    if (call.op != PTRACE_SYSCALL_INFO_ENTRY)
+        return noFile;
+    if (call.entry.nr == SYS_pwrite64)
+        return static_cast<int>(call.entry.args[0]);
+    return call.entry.nr == SYS_copy_file_range ? static_cast<int>(call.entry.args[2]) : noFile;
+}
+
+bool isBelow(const fs::path& directory, pid_t process, int file)
+{
+    std::error_code none;
+    const fs::path open = fs::read_symlink("/proc/" + std::to_string(process) + "/fd/" + std::to_string(file), none);
+    return open.string().starts_with(fs::canonical(directory).string() + "/");
+}
+
+} // namespace
+
+StoppedHost::StoppedHost(std::vector<std::string> words)
+{
+    words.insert(words.begin(), HOLLERWICK_HOST);
+    std::vector<char*> arguments;
+    for (std::string& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    const std::string output = m_folder.write("output", "").string();
+    const std::string errors = m_folder.write("errors", "").string();
+    m_process = fork();
+    if (m_process == 0)
+        becomeHost(output, errors, arguments.data());
+    waitpid(m_process, nullptr, 0);
+    ptrace(PTRACE_SETOPTIONS, m_process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+}
+
+StoppedHost::~StoppedHost()
+{
+    if (m_hasEnded)
+        return;
+    kill(m_process, SIGKILL);
+    reap();
+}
+
+bool StoppedHost::awaitWriteBelow(const fs::path& directory)
+{
+    constexpr int atCall = SIGTRAP | 0x80;
+    std::intptr_t passedOn = 0;
+    for (;;) {
+        ptrace(PTRACE_SYSCALL, m_process, nullptr, passedOn);
+        int status = 0;
+        waitpid(m_process, &status, 0);
+        m_hasEnded = !WIFSTOPPED(status);
+        if (m_hasEnded)
+            return false;
+        passedOn = WSTOPSIG(status) == atCall ? 0 : WSTOPSIG(status);
+        if (passedOn != 0)
+            continue;
+        if (const int file = writtenFile(m_process); file != noFile && isBelow(directory, m_process, file))
+            return true;
+    }
+}
+
+bool StoppedHost::awaitText(const std::string& text)
+{
+    letGo();
+    while (output().find(text) == std::string::npos && errors().find(text) == std::string::npos) {
+        int status = 0;
+        m_hasEnded = waitpid(m_process, &status, WNOHANG) != 0;
+        if (m_hasEnded)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+int StoppedHost::interrupt(int signal)
+{
+    kill(m_process, signal);
+    letGo();
+    return reap();
+}
+
+int StoppedHost::insist(int signal)
+{
+    letGo();
+    int status = 0;
+    while (waitpid(m_process, &status, WNOHANG) == 0) {
+        kill(m_process, signal);
+        std::this_thread::yield();
+    }
+    m_hasEnded = true;
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
+void StoppedHost::letGo()
+{
+    if (m_isHeld)
+        ptrace(PTRACE_DETACH, m_process, nullptr, nullptr);
+    m_isHeld = false;
+}
+
+int StoppedHost::reap()
+{
+    int status = 0;
+    waitpid(m_process, &status, 0);
+    m_hasEnded = true;
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
