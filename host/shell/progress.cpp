@@ -4,6 +4,7 @@
 
 #include <QtCore/QLocale>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -20,12 +21,21 @@ constexpr std::chrono::milliseconds usualPatience{700};
 constexpr std::chrono::milliseconds betweenLines{100};
 constexpr const char* eraseLine = "\r\033[K";
 
-/// Nowhere when standard error is no terminal: a file or another program wants sentences only.
-Progress::Write terminal()
+std::size_t columnsOfTerminal()
 {
-    if (isatty(STDERR_FILENO) == 0)
+    winsize size{};
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return 80;
+    return size.ws_col;
+}
+
+/// Nowhere when standard error is no terminal, or one that cannot take a line away: a file or another program wants
+/// sentences only.
+Progress::Place terminal()
+{
+    if (isatty(STDERR_FILENO) == 0 || qgetenv("TERM") == "dumb")
         return {};
-    return [](const std::string& text) { std::fputs(text.c_str(), stderr); };
+    return {[](const std::string& text) { std::fputs(text.c_str(), stderr); }, columnsOfTerminal};
 }
 
 } // namespace
@@ -35,13 +45,15 @@ Progress::Progress(std::string label, std::uint64_t total, Counted counted)
 {
 }
 
-Progress::Progress(std::string label, std::uint64_t total, Counted counted, Write write,
+Progress::Progress(std::string label, std::uint64_t total, Counted counted, Place place,
                    std::chrono::milliseconds patience)
-    : m_label{std::move(label)}, m_total{std::max<std::uint64_t>(total, 1)}, m_write{std::move(write)},
+    : m_label{std::move(label)}, m_total{std::max<std::uint64_t>(total, 1)}, m_place{std::move(place)},
       m_next{std::chrono::steady_clock::now() + patience}
 {
-    if (!m_write)
+    if (!m_place.write)
         return;
+    // what the log has to say stands on lines of its own
+    m_tap.emplace([this](const Kelvaris::System::Logging::LogLine&) { hide(); });
     const auto count = [counted](const Work::Moved& moved) {
         return counted == Counted::read ? moved.read : moved.written;
     };
@@ -51,7 +63,7 @@ Progress::Progress(std::string label, std::uint64_t total, Counted counted, Writ
 
 Progress::~Progress()
 {
-    if (!m_write)
+    if (!m_place.write)
         return;
     Work::setObserver({});
     hide();
@@ -60,7 +72,7 @@ Progress::~Progress()
 void Progress::hide()
 {
     if (m_shownPercent >= 0)
-        m_write(eraseLine);
+        m_place.write(eraseLine);
     m_shownPercent = -1;
 }
 
@@ -72,7 +84,19 @@ void Progress::show(std::uint64_t moved)
         return;
     m_next = now + betweenLines;
     m_shownPercent = percent;
-    m_write(eraseLine + m_label + " " + std::to_string(percent) + " % of " + sizeInWords(m_total));
+    m_place.write(eraseLine + fittingLine(percent));
+}
+
+std::string Progress::fittingLine(int percent) const
+{
+    const std::string done = std::to_string(percent) + " %";
+    const std::size_t columns = m_place.columns();
+    for (const std::string& line : {m_label + " " + done + " of " + sizeInWords(m_total), m_label + " " + done}) {
+        // one column stays free: some terminals break a line that ends in the last one
+        if (line.size() < columns)
+            return line;
+    }
+    return done;
 }
 
 std::string sizeInWords(std::uint64_t bytes)

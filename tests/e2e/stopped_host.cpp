@@ -1,13 +1,18 @@
 #include "tests/e2e/stopped_host.h"
 
+#include <gtest/gtest.h>
+
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <system_error>
 #include <thread>
 
@@ -15,13 +20,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Becomes the program, with what it prints in two files. Only calls to the system from here on: this is another
-/// process.
-[[noreturn]] void becomeHost(const std::string& output, const std::string& errors, char* const* arguments)
+/// Becomes the program. Only calls to the system from here on: this is another process.
+[[noreturn]] void becomeHost(const char* output, const char* errors, char* const* arguments)
 {
-    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
-    dup2(open(output.c_str(), flags, 0600), STDOUT_FILENO);
-    dup2(open(errors.c_str(), flags, 0600), STDERR_FILENO);
+    // the first terminal that the leader of a session opens becomes the one that controls it
+    setsid();
+    dup2(open(output, O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+    dup2(open(errors, O_RDWR | O_APPEND | O_CLOEXEC), STDERR_FILENO);
     ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
     execv(HOLLERWICK_HOST, arguments);
     _exit(127);
@@ -48,9 +53,29 @@ bool isBelow(const fs::path& directory, pid_t process, int file)
     return open.string().starts_with(fs::canonical(directory).string() + "/");
 }
 
+int endingSignal(int status)
+{
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
 } // namespace
 
 StoppedHost::StoppedHost(std::vector<std::string> words)
+{
+    start(std::move(words), m_folder.write("errors", "").string());
+}
+
+StoppedHost::StoppedHost(std::vector<std::string> words, unsigned short columns)
+{
+    m_terminal = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
+    grantpt(m_terminal);
+    unlockpt(m_terminal);
+    const winsize size{.ws_row = 25, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
+    ioctl(m_terminal, TIOCSWINSZ, &size);
+    start(std::move(words), ptsname(m_terminal));
+}
+
+void StoppedHost::start(std::vector<std::string> words, const std::string& errors)
 {
     words.insert(words.begin(), HOLLERWICK_HOST);
     std::vector<char*> arguments;
@@ -58,20 +83,19 @@ StoppedHost::StoppedHost(std::vector<std::string> words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
     const std::string output = m_folder.write("output", "").string();
-    const std::string errors = m_folder.write("errors", "").string();
     m_process = fork();
     if (m_process == 0)
-        becomeHost(output, errors, arguments.data());
+        becomeHost(output.c_str(), errors.c_str(), arguments.data());
     waitpid(m_process, nullptr, 0);
     ptrace(PTRACE_SETOPTIONS, m_process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
 }
 
 StoppedHost::~StoppedHost()
 {
-    if (m_hasEnded)
-        return;
-    kill(m_process, SIGKILL);
-    reap();
+    if (!m_hasEnded)
+        interrupt(SIGKILL);
+    if (m_terminal != -1)
+        close(m_terminal);
 }
 
 bool StoppedHost::awaitWriteBelow(const fs::path& directory)
@@ -106,11 +130,19 @@ bool StoppedHost::awaitText(const std::string& text)
     return true;
 }
 
+int StoppedHost::awaitEnd()
+{
+    letGo();
+    int status = 0;
+    waitpid(m_process, &status, 0);
+    m_hasEnded = true;
+    return endingSignal(status);
+}
+
 int StoppedHost::interrupt(int signal)
 {
     kill(m_process, signal);
-    letGo();
-    return reap();
+    return awaitEnd();
 }
 
 int StoppedHost::insist(int signal)
@@ -122,7 +154,32 @@ int StoppedHost::insist(int signal)
         std::this_thread::yield();
     }
     m_hasEnded = true;
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+    return endingSignal(status);
+}
+
+int StoppedHost::pressCtrlC()
+{
+    constexpr char key = '\003';
+    EXPECT_EQ(write(m_terminal, &key, 1), 1);
+    return awaitEnd();
+}
+
+std::string StoppedHost::output() const
+{
+    return readFile(m_folder / "output");
+}
+
+std::string StoppedHost::errors()
+{
+    if (m_terminal == -1)
+        return readFile(m_folder / "errors");
+    std::array<char, 4096> piece;
+    for (;;) {
+        const ssize_t count = read(m_terminal, piece.data(), piece.size());
+        if (count <= 0)
+            return m_shown;
+        m_shown.append(piece.data(), static_cast<std::size_t>(count));
+    }
 }
 
 void StoppedHost::letGo()
@@ -130,12 +187,4 @@ void StoppedHost::letGo()
     if (m_isHeld)
         ptrace(PTRACE_DETACH, m_process, nullptr, nullptr);
     m_isHeld = false;
-}
-
-int StoppedHost::reap()
-{
-    int status = 0;
-    waitpid(m_process, &status, 0);
-    m_hasEnded = true;
-    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
 }

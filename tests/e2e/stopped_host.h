@@ -12,8 +12,11 @@
 class StoppedHost
 {
 public:
-    /// Starts the program; it waits before its first step.
+    /// Starts the program, with its output and errors in files; it waits before its first step.
     explicit StoppedHost(std::vector<std::string> words);
+
+    /// The same, with a terminal of that width for its errors, which is its controlling terminal as well.
+    StoppedHost(std::vector<std::string> words, unsigned short columns);
 
     /// Ends the program, should it still be there.
     ~StoppedHost();
@@ -29,22 +32,34 @@ public:
     /// @return  false when the program has ended instead
     bool awaitText(const std::string& text);
 
-    /// Sends the signal and lets the program go on.
-    /// @return  the signal that ended it; 0 when it ended otherwise
+    /// Lets it run to its end.
+    /// @return  the signal that ended it; 0 when it ended by itself
+    int awaitEnd();
+
+    /// Sends the signal and lets it run to its end.
+    /// @return  as above
     int interrupt(int signal);
 
     /// Sends the signal again and again, until the program has ended.
     /// @return  as above
     int insist(int signal);
 
-    std::string output() const { return readFile(m_folder / "output"); }
-    std::string errors() const { return readFile(m_folder / "errors"); }
+    /// Presses Ctrl-C on its terminal and lets it run to its end.
+    /// @return  as above
+    int pressCtrlC();
+
+    std::string output() const;
+
+    /// What it has written to standard error so far.
+    std::string errors();
 
 private:
+    void start(std::vector<std::string> words, const std::string& errors);
     void letGo();
-    int reap();
 
     TemporaryFolder m_folder;
+    int m_terminal = -1; ///< the end of who sits before it
+    std::string m_shown; ///< what was read there
     pid_t m_process = -1;
     bool m_isHeld = true;
     bool m_hasEnded = false;

@@ -1,6 +1,7 @@
 #include "host/shell/progress.h"
 
 #include "host/core/paths/disk/replacement_file.h"
+#include "kelvaris/system/application.h"
 #include "kelvaris/system/qt/path_bridge.h"
 #include "tests/support/temporary_folder.h"
 
@@ -25,6 +26,11 @@ void writePieces(const std::filesystem::path& path, int count, std::size_t size)
 
 constexpr std::size_t pieceSize = 512 * 1024;
 
+Progress::Place collectIn(std::vector<std::string>& lines, std::size_t columns = 80)
+{
+    return {[&lines](const std::string& text) { lines.push_back(text); }, [columns] { return columns; }};
+}
+
 } // namespace
 
 TEST(Progress, TellsThePercentOfWhatWasMovedAndLeavesNothingBehind)
@@ -32,10 +38,34 @@ TEST(Progress, TellsThePercentOfWhatWasMovedAndLeavesNothingBehind)
     const TemporaryFolder folder;
     std::vector<std::string> lines;
     {
-        const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written,
-                                [&](const std::string& text) { lines.push_back(text); }, std::chrono::milliseconds{0}};
+        const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines),
+                                std::chrono::milliseconds{0}};
         writePieces(folder / "a", 1, pieceSize);
     }
+    EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K"));
+}
+
+TEST(Progress, IsShorterWhereALineIsNarrow)
+{
+    const TemporaryFolder folder;
+    std::vector<std::string> lines;
+    for (const std::size_t columns : {23U, 22U, 13U, 12U}) {
+        const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines, columns),
+                                std::chrono::milliseconds{0}};
+        writePieces(folder / "a", 1, pieceSize);
+    }
+    EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K", "\r\033[Kpacking 25 %", "\r\033[K",
+                                   "\r\033[Kpacking 25 %", "\r\033[K", "\r\033[K25 %", "\r\033[K"));
+}
+
+TEST(Progress, MakesWayForTheLog)
+{
+    const TemporaryFolder folder;
+    std::vector<std::string> lines;
+    const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines),
+                            std::chrono::milliseconds{0}};
+    writePieces(folder / "a", 1, pieceSize);
+    Application::instance()->logger().diagnostic("test", "a line");
     EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K"));
 }
 
@@ -44,8 +74,8 @@ TEST(Progress, SaysNothingOfShortWork)
     const TemporaryFolder folder;
     std::vector<std::string> lines;
     {
-        const Progress progress{"packing", pieceSize, Progress::Counted::written,
-                                [&](const std::string& text) { lines.push_back(text); }, std::chrono::hours{1}};
+        const Progress progress{"packing", pieceSize, Progress::Counted::written, collectIn(lines),
+                                std::chrono::hours{1}};
         writePieces(folder / "a", 2, pieceSize);
     }
     EXPECT_THAT(lines, ElementsAre());
@@ -56,8 +86,8 @@ TEST(Progress, CountsWhatIsMovedBeyondTheTotalAsAll)
     const TemporaryFolder folder;
     std::vector<std::string> lines;
     {
-        const Progress progress{"packing", 100, Progress::Counted::written,
-                                [&](const std::string& text) { lines.push_back(text); }, std::chrono::milliseconds{0}};
+        const Progress progress{"packing", 100, Progress::Counted::written, collectIn(lines),
+                                std::chrono::milliseconds{0}};
         writePieces(folder / "a", 1, pieceSize);
     }
     EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 100 % of 100 bytes", "\r\033[K"));
