@@ -72,7 +72,7 @@ Result<> requireKind(PackageData& package, BundleKind kind)
     auto properties = readProperties(package);
     if (!properties)
         return properties.error();
-    const bool isKnown = properties->has_value();
+    const bool isKnown = *properties != nullptr;
     if (isKnown ? isOfKind((*properties)->values.kindName, kind) : kind == BundleKind::content)
         return {};
     const std::string found =
@@ -81,25 +81,31 @@ Result<> requireKind(PackageData& package, BundleKind kind)
                              describedKind(kindName(kind)) + " was expected, this is " + found);
 }
 
-Result<std::optional<StoredProperties>> readProperties(PackageData& package)
+Result<StoredPropertiesPtr> readProperties(PackageData& package)
 {
     auto relationships = package.relationships().recordsByType(Markup::packageSource, Layout::propertiesRelationship);
     if (!relationships)
         return relationships.error();
     if (relationships->empty())
-        return std::optional<StoredProperties>{};
+        return StoredPropertiesPtr{};
     if (relationships->size() > 1)
         return Errors::makeError(BundleError::invalidProperties, package.displayName(), "there are several");
     auto part = package.findTarget(*relationships->front());
     if (!part)
         return Errors::makeError(BundleError::invalidProperties, {}, Errors::reasonFrom(part.error()));
+    const PayloadPtr& payload = (*part)->item->payload;
+    auto kept = std::static_pointer_cast<const StoredProperties>(package.keptReading());
+    if (kept != nullptr && kept->part == *part && kept->payload == payload)
+        return kept;
     auto bytes = package.parts().read(**part);
     if (!bytes)
         return bytes.error();
     auto values = parseBundleProperties(*bytes, package.parts().subjectOf((*part)->name));
     if (!values)
         return values.error();
-    return std::optional{StoredProperties{*part, std::move(*bytes), std::move(*values)}};
+    kept = std::make_shared<const StoredProperties>(StoredProperties{*part, payload, std::move(*values)});
+    package.keptReading() = kept;
+    return kept;
 }
 
 Result<PartPtr> addRelatedPart(PackageData& package, const OpcPackaging::OpcPackagePartUri& uri,

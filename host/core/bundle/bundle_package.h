@@ -23,9 +23,11 @@ using OpcPackaging::Zip::PayloadPtr;
 struct StoredProperties
 {
     PartPtr part;
-    std::vector<std::byte> bytes;
+    PayloadPtr payload; ///< what had been put in the place of the part's bytes when they were read
     BundleProperties values;
 };
+
+using StoredPropertiesPtr = std::shared_ptr<const StoredProperties>;
 
 /// A new bundle of that kind.
 Result<OpcPackaging::OpcPackage> createBundle(BundleKind kind);
@@ -37,8 +39,9 @@ Result<OpcPackaging::OpcPackage> openBundle(const FilePath2& path, BundleKind ki
 /// @return  bundle 1 with the names of both kinds, bundle 2 when the properties cannot be read
 Result<> requireKind(PackageData& package, BundleKind kind);
 
-/// @return  nothing when the package has none; bundle 2 when there are several or they cannot be read
-Result<std::optional<StoredProperties>> readProperties(PackageData& package);
+/// Reads them once, as long as nobody changes them.
+/// @return  null when the package has none; bundle 2 when there are several or they cannot be read
+Result<StoredPropertiesPtr> readProperties(PackageData& package);
 
 /// A new part and a relationship that leads from the package to it: both or none.
 /// @return  opc 3, 4, 5, 14

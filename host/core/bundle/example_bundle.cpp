@@ -77,14 +77,17 @@ Result<> writeManufacturer(PackageData& package, std::string_view manufacturer)
         return stored.error();
     if ((*stored)->values.manufacturer.value_or(std::string{}) == manufacturer)
         return {};
-    auto text =
-        detail::withManufacturer((*stored)->bytes, manufacturer, package.parts().subjectOf((*stored)->part->name));
+    const PartPtr& part = (*stored)->part;
+    auto before = package.parts().read(*part);
+    if (!before)
+        return before.error();
+    auto text = detail::withManufacturer(*before, manufacturer, package.parts().subjectOf(part->name));
     if (!text)
         return text.error();
     auto bytes = package.parts().items().take(std::as_bytes(std::span{*text}), OpcPackageCompressionType::normal);
     if (!bytes)
         return bytes.error();
-    package.setBytes((*stored)->part, std::move(*bytes));
+    package.setBytes(part, std::move(*bytes));
     return {};
 }
 

@@ -67,6 +67,10 @@ public:
     /// Opens a part as a package in its place; nothing is copied when it is stored.
     Result<std::shared_ptr<PackageData>> openNested(const PartRecord& part);
 
+    /// What the layer above has made of a part's bytes, so that it need not read them again. It knows whether that
+    /// still holds.
+    std::shared_ptr<const void>& keptReading() noexcept { return m_keptReading; }
+
     /// Saves the package.
     /// @return  the error of reading or writing; the file and the package are as they were then
     Result<> write(const FilePath2& path) const;
@@ -79,6 +83,7 @@ private:
     PackageRelationships m_relationships{m_parts};
     PackageCore m_core{m_parts, m_relationships};
     OpcPackageProperties m_properties{*this};
+    std::shared_ptr<const void> m_keptReading;
     int m_depth = 0;
 };
 
