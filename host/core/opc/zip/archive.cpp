@@ -18,6 +18,10 @@ namespace {
 constexpr std::size_t usualExtra = 64;
 constexpr std::uint64_t longestDescriptor = 24;
 
+/// Packages within this one up to this size are read in one piece when they are opened. Looking for the end record
+/// would read as much.
+constexpr std::uint64_t smallPackage = std::uint64_t{8} << 10;
+
 /// Entries up to this size are read in one piece, header and all.
 constexpr std::uint64_t wholeRegion = std::uint64_t{256} << 10;
 
@@ -32,15 +36,31 @@ public:
 
     Expected<void, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const override
     {
-        const Bytes piece = m_bytes.subspan(offset - m_offset, target.size());
-        std::copy(piece.begin(), piece.end(), target.begin());
+        std::ranges::copy(inMemory(offset, target.size()), target.begin());
         return {};
+    }
+
+    Bytes inMemory(std::uint64_t offset, std::uint64_t length) const noexcept override
+    {
+        return m_bytes.subspan(offset - m_offset, length);
     }
 
 private:
     std::uint64_t m_offset;
     Bytes m_bytes;
 };
+
+/// A stretch of a source: as it stands in memory, or read into `buffer`.
+Expected<Bytes, ErrorCode2> stretchOf(const ByteSource& source, std::uint64_t offset, std::uint64_t length,
+                                      std::vector<std::byte>& buffer)
+{
+    if (const Bytes present = source.inMemory(offset, length); !present.empty())
+        return present;
+    buffer.resize(length);
+    if (auto done = source.readAt(offset, buffer); !done)
+        return done.error();
+    return Bytes{buffer};
+}
 
 } // namespace
 
@@ -91,32 +111,33 @@ Expected<Archive::Local, ErrorCode2> Archive::readLocal(const Entry& entry, cons
         return Errors::makeError(OpcError::damagedArchive, describeEntry(displayName(), entry), reason);
     };
     const std::uint64_t room = entry.regionEnd - entry.headerOffset;
-    std::vector<std::byte> header(
-        std::min<std::uint64_t>(room, RecordSize::localHeader + entry.name.size() + usualExtra));
-    if (auto done = source.readAt(entry.headerOffset, header); !done)
-        return done.error();
-    if (u32(header, 0) != Signature::localHeader)
+    std::vector<std::byte> buffer;
+    const std::uint64_t usualSize = RecordSize::localHeader + entry.name.size() + usualExtra;
+    auto header = stretchOf(source, entry.headerOffset, std::min(room, usualSize), buffer);
+    if (!header)
+        return header.error();
+    if (u32(*header, 0) != Signature::localHeader)
         return failure("there is no local header where the directory says (ZIP application note 4.3.7)");
-    const std::size_t headerSize = LocalHeader::sizeOf(header);
+    const std::size_t headerSize = LocalHeader::sizeOf(*header);
     if (headerSize > room || entry.compressedSize > room - headerSize)
         return failure("it overlaps what follows (ZIP application note 4.3.7)");
-    const std::size_t known = header.size();
-    header.resize(headerSize);
-    if (headerSize > known) {
-        if (auto done = source.readAt(entry.headerOffset + known, std::span{header}.subspan(known)); !done)
-            return done.error();
-    }
-    const LocalHeader local{entry, header};
+    if (headerSize > header->size())
+        header = stretchOf(source, entry.headerOffset, headerSize, buffer);
+    if (!header)
+        return header.error();
+    const LocalHeader local{entry, header->first(headerSize)};
     if (const char* difference = local.difference())
         return failure(difference);
     Local result{.dataOffset = entry.headerOffset + headerSize};
     result.end = result.dataOffset + entry.compressedSize;
     if ((entry.flags & Flag::dataDescriptor) == 0)
         return result;
-    std::vector<std::byte> behind(std::min(longestDescriptor, entry.regionEnd - result.end));
-    if (auto done = source.readAt(result.end, behind); !done)
-        return done.error();
-    const auto descriptor = local.descriptorSize(behind);
+    std::vector<std::byte> descriptorBuffer;
+    const auto behind =
+        stretchOf(source, result.end, std::min(longestDescriptor, entry.regionEnd - result.end), descriptorBuffer);
+    if (!behind)
+        return behind.error();
+    const auto descriptor = local.descriptorSize(*behind);
     if (!descriptor)
         return failure("the data descriptor and the directory differ, ISO/IEC 29500-2 M3.14");
     result.end += *descriptor;
@@ -145,29 +166,48 @@ PackedData Archive::packed(std::size_t index) const
             .size = entry.size,
             .crc = entry.crc,
             .method = entry.method,
-            .subject = describe(index)};
+            .subject = [this, index] { return describe(index); }};
 }
 
-Expected<std::vector<std::byte>, ErrorCode2> Archive::readRegion(std::size_t index) const
+/// The compressed bytes of an entry that is read header and all, verified, from memory or in `buffer`.
+Expected<std::span<const std::byte>, ErrorCode2> Archive::readRegion(std::size_t index,
+                                                                     std::vector<std::byte>& buffer) const
 {
     const Entry& entry = m_entries[index];
-    std::vector<std::byte> bytes(entry.regionEnd - entry.headerOffset);
-    if (auto done = m_source->readAt(entry.headerOffset, bytes); !done)
-        return done.error();
-    const auto local = readLocal(entry, RegionSource{entry.headerOffset, bytes});
+    const auto region = stretchOf(*m_source, entry.headerOffset, entry.regionEnd - entry.headerOffset, buffer);
+    if (!region)
+        return region.error();
+    const auto local = readLocal(entry, RegionSource{entry.headerOffset, *region});
     if (!local)
         return local.error();
     m_locals.resize(m_entries.size());
     m_locals[index] = *local;
-    return unpackBytes(packed(index),
-                       Bytes{bytes}.subspan(local->dataOffset - entry.headerOffset, entry.compressedSize));
+    return region->subspan(local->dataOffset - entry.headerOffset, entry.compressedSize);
+}
+
+Expected<std::vector<std::byte>, ErrorCode2> Archive::readSmall(std::size_t index) const
+{
+    std::vector<std::byte> buffer;
+    const auto compressed = readRegion(index, buffer);
+    if (!compressed)
+        return compressed.error();
+    return unpackBytes(packed(index), *compressed);
+}
+
+Expected<ByteSourcePtr, ErrorCode2> Archive::readSmallPackage(std::size_t index) const
+{
+    std::vector<std::byte> buffer;
+    const auto bytes = readRegion(index, buffer);
+    if (!bytes)
+        return bytes.error();
+    return memorySource({bytes->begin(), bytes->end()}, describe(index));
 }
 
 Expected<std::vector<std::byte>, ErrorCode2> Archive::read(std::size_t index) const
 {
     const Entry& entry = m_entries.at(index);
     if (entry.regionEnd - entry.headerOffset <= wholeRegion)
-        return readRegion(index);
+        return readSmall(index);
     if (auto verified = verify(index); !verified)
         return verified.error();
     return readPacked(packed(index));
@@ -177,7 +217,7 @@ Expected<void, ErrorCode2> Archive::stream(std::size_t index, const Disk::ByteSi
 {
     const Entry& entry = m_entries.at(index);
     if (entry.regionEnd - entry.headerOffset <= wholeRegion && entry.size <= wholeRegion) {
-        const auto bytes = readRegion(index);
+        const auto bytes = readSmall(index);
         if (!bytes)
             return bytes.error();
         return bytes->empty() ? Expected<void, ErrorCode2>{} : sink(*bytes);
@@ -195,6 +235,8 @@ Expected<ByteSourcePtr, ErrorCode2> Archive::openNested(std::size_t index) const
             return bytes.error();
         return memorySource(*std::move(bytes), describe(index));
     }
+    if (m_entries[index].regionEnd - m_entries[index].headerOffset <= smallPackage)
+        return readSmallPackage(index);
     if (auto verified = verify(index); !verified)
         return verified.error();
     return windowSource(m_source, m_locals[index].dataOffset, m_entries[index].size, describe(index));

@@ -67,8 +67,8 @@ public:
     /// The same for entries of any size, in bounded memory. `sink` has seen bytes when the checksum turns out wrong.
     Expected<void, ErrorCode2> stream(std::size_t index, const Disk::ByteSink& sink) const;
 
-    /// The entry's bytes as the source of another archive: a window when they are stored, whose checksum is not looked
-    /// at, otherwise a copy in memory.
+    /// The entry's bytes as the source of another archive: a window when they are stored, a copy in memory when they
+    /// are compressed or few. The checksum of stored ones is not looked at.
     /// @return  as `read`
     Expected<ByteSourcePtr, ErrorCode2> openNested(std::size_t index) const;
 
@@ -90,7 +90,10 @@ private:
 
     Expected<void, ErrorCode2> readDirectory(FaultLog* faults);
     Expected<Local, ErrorCode2> readLocal(const Entry& entry, const ByteSource& source) const;
-    Expected<std::vector<std::byte>, ErrorCode2> readRegion(std::size_t index) const;
+    Expected<std::span<const std::byte>, ErrorCode2> readRegion(std::size_t index,
+                                                                std::vector<std::byte>& buffer) const;
+    Expected<std::vector<std::byte>, ErrorCode2> readSmall(std::size_t index) const;
+    Expected<ByteSourcePtr, ErrorCode2> readSmallPackage(std::size_t index) const;
     PackedData packed(std::size_t index) const;
 
     ByteSourcePtr m_source;

@@ -47,10 +47,15 @@ public:
         return {};
     }
 
+    std::span<const std::byte> inMemory(std::uint64_t offset, std::uint64_t length) const noexcept override
+    {
+        return std::span{m_bytes}.subspan(offset, length);
+    }
+
     Expected<void, ErrorCode2> copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
                                       std::uint64_t length) const override
     {
-        return file.write(std::span{m_bytes}.subspan(offset, length));
+        return file.write(inMemory(offset, length));
     }
 
 private:
@@ -91,6 +96,11 @@ ByteSource::ByteSource(std::uint64_t size, std::string displayName) noexcept
 }
 
 ByteSource::~ByteSource() = default;
+
+std::span<const std::byte> ByteSource::inMemory(std::uint64_t, std::uint64_t) const noexcept
+{
+    return {};
+}
 
 Expected<void, ErrorCode2> ByteSource::copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
                                               std::uint64_t length) const

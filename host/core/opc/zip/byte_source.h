@@ -34,6 +34,9 @@ public:
     /// Fills all of `target`, which lies within the source.
     virtual Expected<void, ErrorCode2> readAt(std::uint64_t offset, std::span<std::byte> target) const = 0;
 
+    /// A stretch, which lies within the source, as it stands in memory; empty when it does not.
+    virtual std::span<const std::byte> inMemory(std::uint64_t offset, std::uint64_t length) const noexcept;
+
     /// Appends a stretch, which lies within the source, to `file`; in bounded memory.
     virtual Expected<void, ErrorCode2> copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
                                               std::uint64_t length) const;

@@ -23,7 +23,7 @@ std::uint64_t smallestRegion(const Entry& entry)
 
 std::string describeEntry(const std::string& archive, const Entry& entry)
 {
-    return archive + ": " + Text::displayed(entry.name);
+    return Text::displayedIn(archive, entry.name);
 }
 
 ErrorCode2 DirectoryReader::failure(OpcError error, std::string_view reason) const

@@ -229,9 +229,13 @@ Expected<void, ErrorCode2> SourceTail::load(std::uint64_t length)
     length = std::min(length, m_source.size());
     if (length <= m_bytes.size())
         return {};
-    m_bytes.resize(length);
     m_begin = m_source.size() - length;
-    return m_source.readAt(m_begin, m_bytes);
+    m_bytes = m_source.inMemory(m_begin, length);
+    if (!m_bytes.empty())
+        return {};
+    m_buffer.resize(length);
+    m_bytes = m_buffer;
+    return m_source.readAt(m_begin, m_buffer);
 }
 
 Expected<void, ErrorCode2> SourceTail::readAt(std::uint64_t offset, std::span<std::byte> target) const

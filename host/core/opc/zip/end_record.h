@@ -40,7 +40,8 @@ public:
 
 private:
     const ByteSource& m_source;
-    std::vector<std::byte> m_bytes;
+    std::vector<std::byte> m_buffer;
+    Bytes m_bytes;
     std::uint64_t m_begin;
 };
 

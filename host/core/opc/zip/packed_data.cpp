@@ -38,21 +38,21 @@ libdeflate_decompressor* decompressor()
 
 ErrorCode2 damaged(const PackedData& data, std::string_view reason)
 {
-    return Errors::makeError(OpcError::damagedEntry, data.subject, reason);
+    return Errors::makeError(OpcError::damagedEntry, data.subject(), reason);
 }
 
 Expected<void, ErrorCode2> checkRatio(const PackedData& data)
 {
     if (data.size <= Limits::inflateGrace || data.size / Limits::inflateRatio <= data.compressedSize)
         return {};
-    return Errors::makeError(OpcError::limitExceeded, data.subject, "it inflates to more than 1000 times its size");
+    return Errors::makeError(OpcError::limitExceeded, data.subject(), "it inflates to more than 1000 times its size");
 }
 
 Expected<void, ErrorCode2> checkCrc(const PackedData& data, std::uint32_t crc)
 {
     if (crc == data.crc)
         return {};
-    return Errors::makeError(OpcError::checksumMismatch, data.subject, "CRC-32 (ZIP application note 4.4.7)");
+    return Errors::makeError(OpcError::checksumMismatch, data.subject(), "CRC-32 (ZIP application note 4.4.7)");
 }
 
 Expected<void, ErrorCode2> inflateWhole(const PackedData& data, std::span<const std::byte> compressed,
@@ -171,7 +171,7 @@ private:
 Expected<std::vector<std::byte>, ErrorCode2> unpackBytes(const PackedData& data, std::span<const std::byte> compressed)
 {
     if (data.size > Limits::partInMemory)
-        return Errors::makeError(OpcError::limitExceeded, data.subject, "it is too large for memory");
+        return Errors::makeError(OpcError::limitExceeded, data.subject(), "it is too large for memory");
     if (auto checked = checkRatio(data); !checked)
         return checked.error();
     std::vector<std::byte> bytes;
@@ -190,7 +190,7 @@ Expected<std::vector<std::byte>, ErrorCode2> unpackBytes(const PackedData& data,
 Expected<std::vector<std::byte>, ErrorCode2> readPacked(const PackedData& data)
 {
     if (std::max(data.size, data.compressedSize) > Limits::partInMemory)
-        return Errors::makeError(OpcError::limitExceeded, data.subject, "it is too large for memory");
+        return Errors::makeError(OpcError::limitExceeded, data.subject(), "it is too large for memory");
     std::vector<std::byte> compressed(data.compressedSize);
     if (auto done = data.source.readAt(data.offset, compressed); !done)
         return done.error();

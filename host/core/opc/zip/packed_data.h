@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,7 +24,7 @@ struct PackedData
     std::uint64_t size = 0;
     std::uint32_t crc = 0;
     Method method = Method::stored;
-    std::string subject; ///< for messages
+    std::function<std::string()> subject; ///< for messages, and made for them alone
 };
 
 /// All of it in memory, checked.

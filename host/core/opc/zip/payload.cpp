@@ -35,7 +35,7 @@ PackedData Payload::data(std::string_view subject) const
             .size = m_size,
             .crc = crc(),
             .method = method(),
-            .subject = std::string{subject}};
+            .subject = [subject] { return std::string{subject}; }};
 }
 
 Expected<std::vector<std::byte>, ErrorCode2> Payload::read(std::string_view subject) const
