@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const std::string_view text = Fuzzing::textOf(data, size);
     requireValid(partNameFromText(text));
-    requireValid(partNameFromIri(text));
+    requireValid(partNameFromIri(std::string{text}));
     requireValid(partNameFromItemName(text, true));
     requireValid(partNameFromItemName(text, false));
     const PartName raw = partNameFromRawPath(text);

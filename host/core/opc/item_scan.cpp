@@ -26,6 +26,7 @@ struct Group
 {
     std::string itemName;
     Markup::PartName partName;
+    std::string_view key; ///< in the table of places
     std::optional<std::uint32_t> whole;
     std::vector<Piece> pieces;
 };
@@ -100,7 +101,7 @@ private:
         Markup::PartName partName = Markup::partNameFromItemName(itemName, record.hasUtf8Name());
         const auto [place, isNew] = m_places.try_emplace(keyOf(itemName, partName), m_groups.size());
         if (isNew)
-            m_groups.push_back({std::string{itemName}, std::move(partName), std::nullopt, {}});
+            m_groups.push_back({std::string{itemName}, std::move(partName), place->first, std::nullopt, {}});
         return m_groups[place->second];
     }
 
@@ -145,7 +146,7 @@ private:
         if (isContentTypesName(item->name))
             m_scan.contentTypes = std::move(item);
         else if (group.partName.isValid())
-            m_scan.named.push_back({std::move(item), std::move(group.partName.text)});
+            m_scan.named.push_back({std::move(item), std::move(group.partName.text), std::string{group.key}});
         else
             leaveAlone(item->name, "the name makes no part name: " + group.partName.fault);
     }

@@ -15,6 +15,7 @@ struct NamedItem
 {
     ItemPtr item;
     std::string partName;
+    std::string key; ///< of the name, folded
 };
 
 /// What stands in an archive, pieces put together (ISO/IEC 29500-2, M2.11 to M2.18, M3.2 to M3.7).

@@ -84,7 +84,7 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
     part->name = name;
     part->mediaType = mediaType;
     part->item = m_items.add(std::string{name.substr(1)});
-    add(*m_table, part);
+    add(*m_table, Markup::partNameKey(name), part);
     forgetRest.dismiss();
     forgetName.dismiss();
     return part;
@@ -150,7 +150,7 @@ std::string PackageParts::subjectOf(std::string_view name) const
 {
     if (m_displayName.empty())
         return Text::displayed(name);
-    return m_displayName + ": " + Text::displayed(name);
+    return Text::displayedIn(m_displayName, name);
 }
 
 Result<> PackageParts::load()
@@ -205,7 +205,7 @@ Result<Markup::ContentTypes> PackageParts::readContentTypes(const ItemPtr& item)
 
 Result<> PackageParts::enter(Table& table, NamedItem& named) const
 {
-    const auto type = table.types.typeOf(named.partName);
+    const auto type = table.types.typeOfKey(named.key);
     if (!type) {
         table.diagnostics.push_back(Text::displayed(named.item->name) +
                                     ": an item without a content type is no part (M3.5)");
@@ -217,13 +217,13 @@ Result<> PackageParts::enter(Table& table, NamedItem& named) const
     part->mediaType = *type;
     part->item = std::move(named.item);
     // a barrel has many parts and no fault: the words for an error cost more than the test
-    if (!table.names.add(part->name, {}))
-        return table.names.add(part->name, subjectOf(part->name));
+    if (!table.names.addKey(named.key, part->name, {}))
+        return table.names.addKey(named.key, part->name, subjectOf(part->name));
     if (part->holdsRelationships()) {
         if (auto checked = checkRelationshipsPart(*part, subjectOf(part->name)); !checked)
             return checked;
     }
-    add(table, std::move(part));
+    add(table, std::move(named.key), std::move(part));
     return {};
 }
 
@@ -233,9 +233,9 @@ void PackageParts::addOther(Table& table, std::string_view partName)
     table.otherExtensions.insert(Text::toAsciiLower(Markup::extensionOf(partName)));
 }
 
-void PackageParts::add(Table& table, PartPtr part)
+void PackageParts::add(Table& table, std::string key, PartPtr part)
 {
-    const auto place = table.byKey.emplace(Markup::partNameKey(part->name), part).first;
+    const auto place = table.byKey.emplace(std::move(key), part).first;
     Errors::Rollback forget{[&] { table.byKey.erase(place); }};
     table.parts.push_back(std::move(part));
     forget.dismiss();

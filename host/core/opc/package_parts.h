@@ -85,7 +85,7 @@ private:
     Result<> enter(Table& table, NamedItem& named) const;
     Result<> reserveName(std::string_view name);
     static void addOther(Table& table, std::string_view partName);
-    static void add(Table& table, PartPtr part);
+    static void add(Table& table, std::string key, PartPtr part);
 
     std::string m_displayName;
     PackageItems m_items;

@@ -167,9 +167,22 @@ std::string displayed(std::wstring_view text)
     return shown;
 }
 
+std::string displayedIn(std::string_view place, std::string_view text)
+{
+    std::string shown;
+    shown.reserve(place.size() + 2 + text.size());
+    shown.append(place).append(": ");
+    if (std::ranges::all_of(text, isPlain))
+        shown.append(text);
+    else
+        shown.append(displayed(text));
+    return shown;
+}
+
 bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept
 {
-    return std::ranges::equal(left, right, {}, asciiLower, asciiLower);
+    // nearly always both are written alike
+    return left == right || std::ranges::equal(left, right, {}, asciiLower, asciiLower);
 }
 
 std::string toAsciiLower(std::string_view text)

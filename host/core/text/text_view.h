@@ -50,6 +50,9 @@ KELVARIS_CORE_API std::string toUtf8(std::wstring_view text);
 KELVARIS_CORE_API std::string displayed(std::string_view text);
 KELVARIS_CORE_API std::string displayed(std::wstring_view text);
 
+/// "place: text" for messages; only `text` needs to be made fit for display.
+KELVARIS_CORE_API std::string displayedIn(std::string_view place, std::string_view text);
+
 /// Equality and lower case of ASCII letters alone, as part names and extensions are compared.
 KELVARIS_CORE_API bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept;
 KELVARIS_CORE_API std::string toAsciiLower(std::string_view text);

@@ -56,11 +56,16 @@ Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte
 
 std::optional<std::string_view> ContentTypes::typeOf(std::string_view partName) const
 {
+    return typeOfKey(partNameKey(partName));
+}
+
+std::optional<std::string_view> ContentTypes::typeOfKey(std::string_view key) const
+{
     if (!m_overrides.empty()) {
-        if (const auto found = m_overrides.find(partNameKey(partName)); found != m_overrides.end())
+        if (const auto found = m_overrides.find(key); found != m_overrides.end())
             return found->second.type;
     }
-    const auto found = m_defaults.find(partNameKey(extensionOf(partName)));
+    const auto found = m_defaults.find(extensionOf(key));
     return found == m_defaults.end() ? std::nullopt : std::optional<std::string_view>{found->second.type};
 }
 

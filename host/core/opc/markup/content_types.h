@@ -40,6 +40,9 @@ public:
     /// an item that is no part. Valid until the next change.
     std::optional<std::string_view> typeOf(std::string_view partName) const;
 
+    /// The same for the key of a name.
+    std::optional<std::string_view> typeOfKey(std::string_view key) const;
+
     /// Gives a part a media type: by a Default that says so already, by a new Default when `use` allows it, else by an
     /// Override (M2.8). A type that the part had is replaced.
     ///

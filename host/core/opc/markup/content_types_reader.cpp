@@ -95,7 +95,7 @@ SchemaFault ContentTypesReader::readOverride(const XmlElement& element)
     const XmlAttribute* const name = element.attribute({}, "PartName");
     if (name == nullptr)
         return typesFault("M2.7", "an Override without 'PartName'");
-    const PartName partName = partNameFromIri(trimmed(name->value));
+    const PartName partName = partNameFromIri(std::string{trimmed(name->value)});
     if (!partName.isValid())
         return typesFault("M2.7", "the PartName " + quoted(name->value) + " of an Override: " + partName.fault);
     if (auto fault = typeFault(element, "M2.7"); !fault.isNone())

@@ -11,6 +11,21 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
 
+/// Valid at a glance: nothing is percent-encoded, no segment is empty or ends with a dot. Nearly every name is.
+bool isPlainPartName(std::string_view name) noexcept
+{
+    if (name.size() < 2 || name.front() != '/')
+        return false;
+    char before = '.'; // stands for what no segment may end with, and none may consist of
+    for (const char character : name.substr(1)) {
+        const bool isEnd = character == '/';
+        if (isEnd ? before == '.' : !isSegmentCharacter(character))
+            return false;
+        before = isEnd ? '.' : character;
+    }
+    return before != '.';
+}
+
 std::string segmentFault(std::string_view segment)
 {
     if (segment.empty())
@@ -105,6 +120,8 @@ bool isAscii(std::string_view text) noexcept
 
 std::string partNameFault(std::string_view name)
 {
+    if (isPlainPartName(name))
+        return {};
     if (name.empty())
         return ruleReason("M1.1", "the name is empty");
     if (name.front() != '/')
@@ -135,10 +152,12 @@ PartName partNameFromFilePath(std::string_view path, char separator)
     return fromRawPath(path, separator == '/' ? "/" : "/\\");
 }
 
-PartName partNameFromIri(std::string_view text)
+PartName partNameFromIri(std::string text)
 {
-    if (isAscii(text))
-        return partNameFromText(text);
+    if (isAscii(text)) {
+        std::string fault = partNameFault(text);
+        return {std::move(text), std::move(fault)};
+    }
     if (!Text::isValidUtf8(text))
         return invalidName(text, ruleReason("M1.6", "the name is not valid UTF-8"));
     std::string name = withoutWideCharacters(text);
@@ -150,7 +169,10 @@ PartName partNameFromItemName(std::string_view itemName, bool isUtf8)
 {
     if (!isUtf8 && !isAscii(itemName))
         return invalidName(itemName, ruleReason("M3.2", "the name is neither ASCII nor marked as UTF-8"));
-    PartName name = partNameFromIri("/" + std::string{itemName});
+    std::string text;
+    text.reserve(itemName.size() + 1);
+    text.append("/").append(itemName);
+    PartName name = partNameFromIri(std::move(text));
     if (!name.isValid())
         name.text = itemName;
     return name;

@@ -35,7 +35,7 @@ KELVARIS_CORE_API PartName partNameFromRawPath(std::string_view path);
 KELVARIS_CORE_API PartName partNameFromFilePath(std::string_view path, char separator);
 
 /// The name as it stands, but for letters beyond ASCII, which are percent-encoded: later editions let names be IRIs.
-KELVARIS_CORE_API PartName partNameFromIri(std::string_view text);
+KELVARIS_CORE_API PartName partNameFromIri(std::string text);
 
 /// The name of an archive's item, without its first "/"; M3.2, M3.4. What is beyond ASCII is percent-encoded when the
 /// archive says that the name is UTF-8. An item whose name makes no part name is no part (M2.16).

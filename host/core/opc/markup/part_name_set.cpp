@@ -24,17 +24,26 @@ ErrorCode2 derivedName(std::string_view subject, std::string_view longer, std::s
 
 Expected<void, ErrorCode2> PartNameSet::add(std::string_view name, std::string_view subject)
 {
-    std::string key = partNameKey(name);
-    if (m_keys.contains(key))
+    return addKey(partNameKey(name), name, subject);
+}
+
+Expected<void, ErrorCode2> PartNameSet::addKey(const std::string& key, std::string_view name, std::string_view subject)
+{
+    const auto [place, isNew] = m_keys.insert(key);
+    if (!isNew)
         return ruleError(OpcError::partExists, subject, "M1.12",
                          "the part name " + quoted(name) + " is there already, in this or another case");
-    if (const std::string_view ancestor = ancestorOf(key); !ancestor.empty())
-        return derivedName(subject, name, ancestor);
+    Errors::Rollback forget{[&, place = place] { m_keys.erase(place); }};
     if (m_directories.contains(key))
         return derivedName(subject, std::string{name} + "/...", name);
-    const auto place = m_keys.insert(std::move(key)).first;
-    Errors::Rollback forget{[&] { m_keys.erase(place); }};
-    enterDirectories(*place);
+    const std::string_view directory = directoryOf(key);
+    if (const auto known = m_directories.find(directory); known != m_directories.end()) {
+        ++known->second; // no part is above a directory that has names, so that those who share it are looked at once
+    } else {
+        if (const std::string_view ancestor = ancestorOf(key); !ancestor.empty())
+            return derivedName(subject, name, ancestor);
+        enterDirectories(key);
+    }
     forget.dismiss();
     return {};
 }
@@ -51,7 +60,6 @@ bool PartNameSet::contains(std::string_view name) const
     return m_keys.contains(partNameKey(name));
 }
 
-// What is a directory already has no part above it; so names that share a directory are looked at once.
 std::string_view PartNameSet::ancestorOf(std::string_view key) const
 {
     for (auto directory = directoryOf(key); !directory.empty(); directory = directoryOf(directory)) {

@@ -25,6 +25,9 @@ public:
     ///          opc 5  the name continues one that is there, or one that is there continues it
     Expected<void, ErrorCode2> add(std::string_view name, std::string_view subject);
 
+    /// The same for a name whose key is known already.
+    Expected<void, ErrorCode2> addKey(const std::string& key, std::string_view name, std::string_view subject);
+
     /// Does nothing for a name that is not there.
     void remove(std::string_view name);
 

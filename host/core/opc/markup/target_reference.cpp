@@ -7,6 +7,7 @@
 #include "host/core/opc/markup/xml_characters.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
@@ -93,8 +94,11 @@ std::string normalisedPath(std::string_view path, bool& isByTheLetter)
 }
 
 /// RFC 3986, 5.2.4, for a path that begins with "/".
-std::string withoutDotSegments(std::string_view path)
+std::string withoutDotSegments(std::string whole)
 {
+    if (whole.find("/.") == std::string::npos)
+        return whole;
+    std::string_view path = whole;
     std::string result;
     result.reserve(path.size());
     while (!path.empty()) {
@@ -112,12 +116,12 @@ std::string withoutDotSegments(std::string_view path)
     return result;
 }
 
-std::string mergedPath(std::string_view source, std::string_view path)
+std::string mergedPath(std::string_view source, std::string path)
 {
     if (path.empty())
         return std::string{source};
     if (path.front() == '/')
-        return withoutDotSegments(path);
+        return withoutDotSegments(std::move(path));
     return withoutDotSegments(std::string{source.substr(0, source.rfind('/') + 1)}.append(path));
 }
 
@@ -137,7 +141,7 @@ ResolvedTarget resolveTarget(std::string_view source, std::string_view target)
 {
     const Reference reference = split(trimmed(target));
     bool isByTheLetter = true;
-    const std::string path = mergedPath(source, normalisedPath(reference.path, isByTheLetter));
+    std::string path = mergedPath(source, normalisedPath(reference.path, isByTheLetter));
     ResolvedTarget resolved;
     resolved.uri = path;
     if (!reference.query.empty())
@@ -152,7 +156,7 @@ ResolvedTarget resolveTarget(std::string_view source, std::string_view target)
     else
         resolved.fault = partNameFault(path);
     if (resolved.fault.empty())
-        resolved.partName = path;
+        resolved.partName = std::move(path);
     return resolved;
 }
 
