@@ -43,9 +43,10 @@ Expected<QString, ErrorCode2> utf8ToQString(const String2& text)
     const char8_t* const invalid = utf8::find_invalid(text.data(), end);
     if (invalid != end)
         return invalidText("byte " + std::to_string(invalid - text.data() + 1) + " begins no UTF-8 character");
-    QString converted;
-    converted.reserve(static_cast<int>(text.length()));
-    utf8::utf8to16(text.data(), end, std::back_inserter(converted));
+    // no character takes more units of UTF-16 than bytes of UTF-8
+    QString converted{static_cast<int>(text.length()), Qt::Uninitialized};
+    QChar* const begin = converted.data();
+    converted.resize(static_cast<int>(utf8::unchecked::utf8to16(text.data(), end, begin) - begin));
     return converted;
 }
 
