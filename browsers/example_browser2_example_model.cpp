@@ -34,16 +34,22 @@ std::vector<OpenedBarrel> openBarrels(const std::vector<FilePath2>& files)
     return opened;
 }
 
-/// Calls `visit` with each opened barrel and each of its example parts.
-/// @throws bad_expected_access<ErrorCode2>  a relationship leads to no example
-template <class Visit>
-void forEachExample(const std::vector<OpenedBarrel>& barrels, Visit visit)
+struct FoundExample
 {
+    const OpenedBarrel& barrel;
+    ExamplePart part;
+};
+
+/// @throws bad_expected_access<ErrorCode2>  a relationship leads to no example
+std::vector<FoundExample> findExamples(const std::vector<OpenedBarrel>& barrels)
+{
+    std::vector<FoundExample> examples;
     for (const OpenedBarrel& opened : barrels) {
         const auto relationships = opened.barrel.exampleRelationships().value();
         for (auto it = relationships.begin(); it != decltype(it)::Sentinel{}; ++it)
-            visit(opened, opened.barrel.example(*it).value());
+            examples.push_back({opened, opened.barrel.example(*it).value()});
     }
+    return examples;
 }
 
 /// The texts of an example; none when its bundle cannot be opened.
@@ -62,15 +68,13 @@ std::optional<ExampleEntry> readEntry(const QString& barrelPath, const ExamplePa
 
 std::vector<ExampleEntry> readEntries(const std::vector<OpenedBarrel>& barrels)
 {
-    std::size_t count = 0;
-    forEachExample(barrels, [&](const OpenedBarrel&, const ExamplePart&) { ++count; });
-
+    const std::vector<FoundExample> examples = findExamples(barrels);
     std::vector<ExampleEntry> entries;
-    entries.reserve(count);
-    forEachExample(barrels, [&](const OpenedBarrel& opened, const ExamplePart& part) {
-        if (auto entry = readEntry(opened.path, part))
+    entries.reserve(examples.size());
+    for (const FoundExample& example : examples) {
+        if (auto entry = readEntry(example.barrel.path, example.part))
             entries.push_back(*std::move(entry));
-    });
+    }
     return entries;
 }
 

@@ -1,6 +1,7 @@
 #include "authoring/barrel_creation.h"
 #include "browsers/example_browser2_example_model.h"
 #include "browsers/example_browser2_example_sort_filter_model.h"
+#include "host/core/paths/disk/work.h"
 #include "kelvaris/system/io/bundle/barrel_of_examples_bundle.h"
 #include "kelvaris/system/io/bundle/content_bundle.h"
 #include "kelvaris/system/io/mime_type.h"
@@ -10,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -31,6 +34,15 @@ void expectLinear(const std::function<std::uint64_t(int)>& allocationsFor)
     const std::uint64_t much = allocationsFor(many);
     EXPECT_GT(little, 0U);
     EXPECT_LE(much, 4 * little + 4 * little / 10);
+}
+
+std::uint64_t bytesReadByListing(const std::filesystem::path& barrel)
+{
+    const std::uint64_t before = Disk::Work::moved().read;
+    ExampleBrowser2ExampleModel model;
+    model.addBarrels({toFilePath(barrel)});
+    EXPECT_GT(model.rowCount(), 0);
+    return Disk::Work::moved().read - before;
 }
 
 class Growth : public testing::Test
@@ -102,6 +114,24 @@ TEST_F(Growth, OfListingABarrelIsThatOfItsExamples)
             ASSERT_EQ(model.rowCount(), count);
         });
     });
+}
+
+TEST_F(Growth, AListingReadsEachSmallExampleFromTheDiskOnce)
+{
+    const auto barrel = barrelOf(few);
+    // beside the examples: the barrel's own directory and texts, and each example's local header once more
+    EXPECT_LE(bytesReadByListing(barrel), std::filesystem::file_size(barrel) * 5 / 4);
+}
+
+TEST_F(Growth, AListingReadsNothingOfAnExamplesFiles)
+{
+    constexpr std::size_t size = std::size_t{1} << 20;
+    std::mt19937 engine;
+    std::string noise(size, '\0');
+    std::ranges::generate(noise, [&] { return static_cast<char>(engine()); });
+    const auto barrel = writeBarrel(m_folder, "barrel", {{.title = QStringLiteral("large"), .bytes = noise}});
+    ASSERT_GT(std::filesystem::file_size(barrel), size);
+    EXPECT_LT(bytesReadByListing(barrel), size / 16);
 }
 
 TEST_F(Growth, OfOpeningAPackageIsThatOfItsParts)
