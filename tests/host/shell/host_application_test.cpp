@@ -82,7 +82,8 @@ TEST(HostApplication, WaitsUntilTheLastWindowIsClosed)
 TEST(HostApplication, WaitsForNothingWhenNoWindowIsOpen)
 {
     bool looped = false;
-    QTimer::singleShot(0, [&] { looped = true; });
+    QObject life;
+    QTimer::singleShot(0, &life, [&] { looped = true; });
     application().runUntilWindowsAreClosed();
     EXPECT_FALSE(looped);
 }
