@@ -1,6 +1,7 @@
-# hollerwick_test(NAME SOURCES file... LIBRARIES target...)
+# hollerwick_test(NAME SOURCES file... [ALONE file...] LIBRARIES target...)
 #
-# A GoogleTest program and each of its tests as a test of its own, so that a crash names its test.
+# A GoogleTest program and each of its tests as a test of its own, so that a crash names its test. Under the sanitizers, where a
+# process costs more than most tests, the program is one test. Files that cannot be compiled together with others are ALONE.
 # Windows go to Qt's offscreen platform; HOME and TMPDIR of a test are below the build directory.
 
 include(GoogleTest)
@@ -21,11 +22,17 @@ function(hollerwick_precompile_test name)
 endfunction()
 
 function(hollerwick_test name)
-    cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES" ${ARGN})
-    add_executable(${name} ${TEST_SOURCES})
+    cmake_parse_arguments(TEST "" "" "SOURCES;ALONE;LIBRARIES" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES} ${TEST_ALONE})
+    hollerwick_compile_alone(${name} ${TEST_ALONE})
     target_link_libraries(${name} PRIVATE hollerwick_options hollerwick_program kelvaris_contract ${TEST_LIBRARIES} GTest::gtest GTest::gmock)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     hollerwick_precompile_test(${name})
+    if(HOLLERWICK_SANITIZE)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${HOLLERWICK_TEST_ENVIRONMENT}")
+        return()
+    endif()
     gtest_discover_tests(${name}
         TEST_PREFIX ${name}.
         DISCOVERY_MODE PRE_TEST
