@@ -4,6 +4,8 @@
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
 
+#include <QtGui/QPixmapCache>
+
 #include <gtest/gtest.h>
 
 #include <malloc.h>
@@ -44,9 +46,11 @@ std::vector<std::string> openFiles()
     return files;
 }
 
-/// Bytes that are allocated; 0 where a sanitizer keeps the books.
+/// Bytes that are allocated; 0 where a sanitizer keeps the books. The pictures that Qt's style keeps do not count: they are
+/// 10 MB at most, and were nearly all that a long life seemed to add. Without them 60,000 actions add 57 KB, 20,000 up to 250.
 std::size_t allocatedBytes()
 {
+    QPixmapCache::clear();
     const auto info = mallinfo2();
     return info.uordblks + info.hblkhd;
 }
@@ -90,7 +94,7 @@ TEST(LongLife, TakesNoMoreMemoryAndLeavesNoFileOpenOrBehind)
     }
     user.settle();
     EXPECT_EQ(openFiles(), filesBefore);
-    EXPECT_LE(allocatedBytes(), bytesBefore + (std::size_t{4} << 20));
+    EXPECT_LE(allocatedBytes(), bytesBefore + (std::size_t{1} << 20));
     EXPECT_TRUE(fs::is_empty(folder / "tmp"));
     unsetenv("TMPDIR");
     RecordProperty("bytes_before", std::to_string(bytesBefore));

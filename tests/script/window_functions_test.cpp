@@ -260,6 +260,25 @@ TEST_F(WindowsOfAModuleThatGoes, APageIsShownAgainAfterTheModuleWasLoadedAgain)
         showOnce("_proto_examples_browser2", barrel);
 }
 
+TEST_F(WindowsOfAModuleThatGoes, AFilterIsCheckedAgainAfterTheModuleWasLoadedAgain)
+{
+    const TemporaryFolder folder;
+    for (int round = 0; round < 3; ++round) {
+        const LoadedModule module;
+        bool isChecked = false;
+        QTimer::singleShot(0, [&isChecked] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            QAbstractItemModel* const filters = dialog->findChild<QTreeView*>(QStringLiteral("filterView"))->model();
+            isChecked = filters->setData(filters->index(0, 0, filters->index(0, 0)), Qt::Checked, Qt::CheckStateRole);
+            dialog->reject();
+        });
+        EXPECT_EQ(call("_example_browser_2", {{}, {folder / "designs"}}).status, FUNC_OK);
+        EXPECT_TRUE(isChecked);
+        closeAllWindows();
+    }
+}
+
 TEST_F(WindowsOfAModuleThatGoes, NothingThatQtKeepsPointsIntoTheModule)
 {
     const TemporaryFolder folder;
