@@ -1,6 +1,8 @@
 #include "editors/requirement_list.h"
 
 #include "tests/support/model_dump.h"
+#include "tests/support/model_rules.h"
+#include "tests/support/random_steps.h"
 
 #include <QtCore/QMetaMethod>
 #include <QtTest/QAbstractItemModelTester>
@@ -204,6 +206,30 @@ TEST_F(RequirementListTest, AViewSurvivesTheOddIndexes)
     QApplication::processEvents();
     view.grab();
     EXPECT_EQ(view.currentIndex(), list.index(0, 0));
+}
+
+TEST_F(RequirementListTest, IsAListAllTheTimeInWhateverOrderRequirementsComeAndChange)
+{
+    QListView view;
+    view.setModel(&list);
+    view.show();
+    RandomSteps steps{1};
+    int requirements = 0;
+    steps.may("add", [&] {
+        list.addRequirement(steps.below(20), QStringLiteral("text"), steps.below(2) == 0);
+        ++requirements;
+    });
+    steps.may("fulfil", [&] { list.setRequirementFulfilled(steps.below(20), true); });
+    steps.may("spoil", [&] { list.setRequirementFulfilled(steps.below(20), false); });
+    steps.may("paint", [&] { EXPECT_FALSE(view.grab().isNull()); });
+    steps.take(100, [&] {
+        ASSERT_EQ(list.rowCount(), requirements);
+        expectTree(list);
+        const int green = QString::fromStdString(dump(list, {}, squares)).count(QStringLiteral("#00ff00"));
+        if (!status.isEmpty()) {
+            EXPECT_EQ(status.last(), (Status{green, requirements}));
+        }
+    });
 }
 
 TEST(RequirementListWithoutRows, HoldsWhatQtAsksOfAModel)
