@@ -2,8 +2,6 @@
 
 #include <QtCore/QProcess>
 
-#include <random>
-
 namespace fs = std::filesystem;
 
 std::ostream& operator<<(std::ostream& out, const ProgramEnd& end)
@@ -58,13 +56,4 @@ std::map<std::string, std::string> filesBelow(const fs::path& directory)
             files[fs::relative(entry.path(), directory).string()] = readFile(entry.path());
     }
     return files;
-}
-
-std::string noise(std::size_t size)
-{
-    std::string bytes(size, '\0');
-    std::mt19937 generator{3};
-    for (char& byte : bytes)
-        byte = static_cast<char>(generator());
-    return bytes;
 }

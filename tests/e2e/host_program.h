@@ -37,6 +37,3 @@ ProgramEnd runScript(const TemporaryFolder& folder, const std::string& script,
 
 /// All regular files below `directory` by their relative paths, with their bytes.
 std::map<std::string, std::string> filesBelow(const std::filesystem::path& directory);
-
-/// Bytes that no compression makes fewer, the same each time.
-std::string noise(std::size_t size);

@@ -1,5 +1,7 @@
 #include "tests/e2e/host_program.h"
 
+#include "tests/support/noise.h"
+
 #include <QtCore/QProcess>
 
 #include <gtest/gtest.h>

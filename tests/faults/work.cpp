@@ -7,12 +7,12 @@
 #include "kelvaris/system/io/bundle/schematic_bundle.h"
 #include "kelvaris/system/io/bundle/scriptable_bundle.h"
 #include "tests/host/core/opc/package_file.h"
+#include "tests/support/noise.h"
 
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <random>
 
 namespace fs = std::filesystem;
 using namespace Kelvaris::System;
@@ -65,16 +65,6 @@ std::string text(std::size_t size)
     std::string bytes;
     for (int line = 0; bytes.size() < size; ++line)
         bytes += "line " + std::to_string(line) + " of a netlist\n";
-    return bytes;
-}
-
-/// Does not shrink; the same in every run.
-std::string noise(std::size_t size)
-{
-    std::string bytes(size, '\0');
-    std::mt19937 generator{7};
-    for (char& byte : bytes)
-        byte = static_cast<char>(generator());
     return bytes;
 }
 

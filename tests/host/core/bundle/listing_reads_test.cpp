@@ -3,10 +3,9 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/package_data.h"
 #include "tests/host/core/bundle/bundle_making.h"
+#include "tests/support/noise.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 // What a listing reads is told by counting, so that no clock decides.
 
@@ -43,15 +42,11 @@ private:
     Zip::ByteSourcePtr m_file;
 };
 
-/// Bytes that do not shrink, so that they stand in the file as they are. They are so many that the
+/// A file that does not shrink, so that its bytes stand in the bundle as they are. They are so many that the
 /// first half lies ahead of what the one read takes that looks for the end record.
-std::string noise(unsigned seed)
+std::string design(unsigned number)
 {
-    std::mt19937 numbers{seed};
-    std::string bytes(150'000, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(numbers());
-    return bytes;
+    return noise(150'000, number);
 }
 
 class ListingReads : public testing::Test
@@ -63,7 +58,7 @@ protected:
         for (unsigned i = 0; i < examples; ++i) {
             const std::string number = std::to_string(i);
             auto example = ExampleBundle::create().value();
-            addText(example, m_folder, "content/design" + number, noise(i));
+            addText(example, m_folder, "content/design" + number, design(i));
             example.setTitle(toString2("title " + number)).value();
             example.writeToFile(toFilePath2(m_folder / number)).value();
             (void)barrel.addExample(toFilePath2(m_folder / number), OpcPackagePartUri{toFilePath2("e/" + number)})
@@ -101,9 +96,9 @@ TEST_F(ListingReads, TouchNoByteOfAPartThatIsNotListed)
     const std::string file = readFile(path);
     const auto reads = readsOfListing(path);
     for (unsigned i = 0; i < examples; ++i) {
-        const std::uint64_t begin = file.find(noise(i));
+        const std::uint64_t begin = file.find(design(i));
         ASSERT_NE(begin, std::string::npos);
-        const Stretch content{begin, begin + noise(i).size() / 2};
+        const Stretch content{begin, begin + design(i).size() / 2};
         EXPECT_TRUE(std::ranges::none_of(reads, [&](const Stretch& read) { return read.touches(content); })) << i;
     }
 }

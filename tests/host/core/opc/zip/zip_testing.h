@@ -4,6 +4,7 @@
 
 #include "tests/host/core/opc/zip/raw_archive.h"
 #include "tests/host/core/paths/disk/disk_testing.h"
+#include "tests/support/noise.h"
 
 #include <filesystem>
 #include <string>

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <random>
 
 using namespace Kelvaris::System;
 namespace fs = std::filesystem;
@@ -64,14 +63,6 @@ std::vector<std::string> listing(const fs::path& directory)
     }
     std::sort(names.begin(), names.end());
     return names;
-}
-
-std::string noise(std::size_t size, unsigned seed)
-{
-    std::mt19937_64 generator{seed};
-    std::string text(size, '\0');
-    std::generate(text.begin(), text.end(), [&] { return static_cast<char>(generator() >> 32U); });
-    return text;
 }
 
 EnvironmentVariable::EnvironmentVariable(std::string name, const std::string& value) : m_name{std::move(name)}

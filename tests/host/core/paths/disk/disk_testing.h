@@ -35,9 +35,6 @@ std::string outcome(const Kelvaris::System::Expected<T, Kelvaris::System::ErrorC
     return result ? "no error" : messageOf(result.error());
 }
 
-/// Text without patterns that compression would find; the same in every run.
-std::string noise(std::size_t size, unsigned seed = 1);
-
 /// Sets an environment variable as long as it lives.
 class EnvironmentVariable
 {

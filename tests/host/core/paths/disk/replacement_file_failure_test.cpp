@@ -2,6 +2,7 @@
 #include "host/core/paths/disk/replacement_file.h"
 
 #include "tests/host/core/paths/disk/disk_testing.h"
+#include "tests/support/noise.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>

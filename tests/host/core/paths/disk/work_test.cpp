@@ -3,6 +3,7 @@
 #include "host/core/paths/disk/output_tree.h"
 #include "host/core/paths/disk/replacement_file.h"
 #include "tests/host/core/paths/disk/disk_testing.h"
+#include "tests/support/noise.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
