@@ -46,8 +46,9 @@ std::vector<std::string> openFiles()
     return files;
 }
 
-/// Bytes that are allocated; 0 where a sanitizer keeps the books. The pictures that Qt's style keeps do not count: they are
-/// 10 MB at most, and were nearly all that a long life seemed to add. Without them 60,000 actions add 57 KB, 20,000 up to 250.
+/// Bytes that are allocated; 0 where a sanitizer keeps the books. The pictures that Qt's style keeps do not count: they
+/// are 10 MB at most, and were nearly all that a long life seemed to add. Without them 60,000 actions add 57 KB, 20,000
+/// up to 250.
 std::size_t allocatedBytes()
 {
     QPixmapCache::clear();

@@ -11,7 +11,15 @@ namespace Kelvaris::System {
 /// The path whose text is `text`. Any text makes a path; what the platform cannot hold is refused when it is used.
 inline FilePath2 toFilePath2(const QString& text)
 {
-    const std::wstring wide = text.toStdWString();
+    std::wstring wide;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar unit = text[i];
+        const bool isPair = unit.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (sizeof(wchar_t) > sizeof(QChar) && isPair)
+            wide += static_cast<wchar_t>(QChar::surrogateToUcs4(unit, text[++i]));
+        else // half a pair stays, too, so that it is refused: Qt would put another character in its place
+            wide += static_cast<wchar_t>(unit.unicode());
+    }
     return {wide.data(), wide.size()};
 }
 
