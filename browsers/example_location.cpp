@@ -65,6 +65,8 @@ QString proposeLocation(const FilePath2& targetDirectory, const QString& title)
 
 bool holdsEntries(const QString& location)
 {
+    if (!location.isValidUtf16()) // a name of nothing, which is typed and pasted on the way to one
+        return false;
     const fs::path path = toPath(location);
     return isTaken(path) && countEntries(path) > 0;
 }
