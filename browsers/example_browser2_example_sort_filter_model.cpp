@@ -13,9 +13,30 @@ ExampleBrowser2ExampleSortFilterModel::ExampleBrowser2ExampleSortFilterModel(QOb
 
 void ExampleBrowser2ExampleSortFilterModel::setManufacturers(const QStringList& manufacturers)
 {
+    leaveHeldRows();
     m_manufacturers = manufacturers;
     m_matcher.startPass();
     invalidateFilter();
+}
+
+void ExampleBrowser2ExampleSortFilterModel::setFilterRegularExpression(const QRegularExpression& pattern)
+{
+    leaveHeldRows();
+    QSortFilterProxyModel::setFilterRegularExpression(pattern);
+}
+
+/// The base class takes rows out and puts them in stretch by stretch, and for each stretch it works its table of all
+/// rows out anew. A search leaves every seventh row: thousands of stretches. This leaves as many as rows are held.
+void ExampleBrowser2ExampleSortFilterModel::leaveHeldRows()
+{
+    if (sourceModel() == nullptr || sourceModel()->rowCount() < longList)
+        return;
+    for (const QModelIndex& held : persistentIndexList())
+        m_heldRows.insert(mapToSource(held).row());
+    m_isLeavingHeldRows = true;
+    invalidateFilter();
+    m_isLeavingHeldRows = false;
+    m_heldRows.clear();
 }
 
 bool ExampleBrowser2ExampleSortFilterModel::filterAcceptsRow(int source_row, const QModelIndex& source_parent) const
@@ -24,6 +45,8 @@ bool ExampleBrowser2ExampleSortFilterModel::filterAcceptsRow(int source_row, con
     // The model announces one row more than it has; without this the view would show an empty row at the end.
     if (!source.isValid())
         return false;
+    if (m_isLeavingHeldRows)
+        return m_heldRows.contains(source_row);
     return acceptsManufacturer(source) && matchesSearch(source);
 }
 

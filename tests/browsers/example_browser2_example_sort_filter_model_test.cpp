@@ -3,6 +3,8 @@
 #include "browsers/example_browser2_example_model.h"
 #include "tests/browsers/sample_barrels.h"
 
+#include <QtCore/QItemSelectionModel>
+#include <QtGui/QStandardItemModel>
 #include <QtTest/QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -222,4 +224,78 @@ TEST(ExampleSortFilterModelOfTenThousandRows, AnswersWithinASecondForAPatternWit
     EXPECT_LT(secondsOf([&] { proxy.setManufacturers({}); }), 1.0) << "a second pass of the same pattern";
     EXPECT_LT(secondsOf([&] { proxy.setFilterRegularExpression(QRegularExpression{}); }), 1.0);
     EXPECT_EQ(proxy.rowCount(), 10'000);
+}
+
+namespace {
+
+/// A long list of which every other title holds "even".
+class ExampleSortFilterModelOfALongList : public testing::Test
+{
+protected:
+    static constexpr int rows = 2 * ExampleBrowser2ExampleSortFilterModel::longList;
+
+    void SetUp() override
+    {
+        for (int row = 0; row < rows; ++row) {
+            auto* const item = new QStandardItem;
+            item->setData((row % 2 == 0 ? QStringLiteral("even %1") : QStringLiteral("odd %1")).arg(row),
+                          ExampleBrowser2ExampleModel::TitleRole);
+            list.appendRow(item);
+        }
+        proxy.setSourceModel(&list);
+        ASSERT_EQ(proxy.rowCount(), rows);
+    }
+
+    int sourceRow(const QModelIndex& index) const { return proxy.mapToSource(index).row(); }
+
+    QStandardItemModel list;
+    ExampleBrowser2ExampleSortFilterModel proxy;
+};
+
+} // namespace
+
+TEST_F(ExampleSortFilterModelOfALongList, ASearchIsAnnouncedInAFewStretches)
+{
+    const QSignalSpy removed{&proxy, &QAbstractItemModel::rowsRemoved};
+    const QSignalSpy inserted{&proxy, &QAbstractItemModel::rowsInserted};
+    for (const auto& [text, left] : {std::pair{"even", rows / 2}, {"", rows}, {"even 12", 56}}) {
+        proxy.setFilterRegularExpression(searchPattern(QString::fromUtf8(text)));
+        EXPECT_EQ(proxy.rowCount(), left) << text;
+    }
+    EXPECT_LE(removed.size() + inserted.size(), 6);
+    for (int row = 0; row < proxy.rowCount(); ++row)
+        EXPECT_EQ(sourceRow(proxy.index(row, 0)) % 2, 0);
+}
+
+TEST_F(ExampleSortFilterModelOfALongList, ASelectedRowThatIsFoundStaysSelectedAndCurrent)
+{
+    QItemSelectionModel selection{&proxy};
+    selection.setCurrentIndex(proxy.index(700, 0), QItemSelectionModel::Select);
+    const QSignalSpy changed{&selection, &QItemSelectionModel::selectionChanged};
+    const QSignalSpy moved{&selection, &QItemSelectionModel::currentChanged};
+    proxy.setFilterRegularExpression(searchPattern(QStringLiteral("even")));
+    ASSERT_EQ(selection.selectedIndexes().size(), 1);
+    EXPECT_EQ(sourceRow(selection.selectedIndexes().front()), 700);
+    EXPECT_EQ(sourceRow(selection.currentIndex()), 700);
+    EXPECT_EQ(selection.currentIndex().row(), 350);
+    EXPECT_EQ(changed.size() + moved.size(), 0);
+}
+
+TEST_F(ExampleSortFilterModelOfALongList, ASelectedRowThatIsNotFoundGoesAlone)
+{
+    QItemSelectionModel selection{&proxy};
+    selection.setCurrentIndex(proxy.index(701, 0), QItemSelectionModel::Select);
+    proxy.setFilterRegularExpression(searchPattern(QStringLiteral("even")));
+    EXPECT_TRUE(selection.selectedIndexes().isEmpty());
+    EXPECT_EQ(proxy.rowCount(), rows / 2);
+}
+
+TEST_F(ExampleSortFilterModelOfALongList, AChoiceOfManufacturersLeavesTheirRows)
+{
+    list.item(5)->setData(QStringLiteral("Acme"), ExampleBrowser2ExampleModel::ManufacturerRole);
+    proxy.setManufacturers({QStringLiteral("acme")});
+    ASSERT_EQ(proxy.rowCount(), 1);
+    EXPECT_EQ(sourceRow(proxy.index(0, 0)), 5);
+    proxy.setManufacturers({});
+    EXPECT_EQ(proxy.rowCount(), rows);
 }
