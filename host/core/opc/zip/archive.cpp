@@ -18,10 +18,6 @@ namespace {
 constexpr std::size_t usualExtra = 64;
 constexpr std::uint64_t longestDescriptor = 24;
 
-/// Packages within this one up to this size are read in one piece when they are opened. Looking for the end record
-/// would read as much.
-constexpr std::uint64_t smallPackage = std::uint64_t{8} << 10;
-
 /// Entries up to this size are read in one piece, header and all.
 constexpr std::uint64_t wholeRegion = std::uint64_t{256} << 10;
 

@@ -77,6 +77,11 @@ public:
         return m_parent->readAt(m_offset + offset, target);
     }
 
+    std::span<const std::byte> inMemory(std::uint64_t offset, std::uint64_t length) const noexcept override
+    {
+        return m_parent->inMemory(m_offset + offset, length);
+    }
+
     Expected<void, ErrorCode2> copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
                                       std::uint64_t length) const override
     {

@@ -51,6 +51,10 @@ private:
 
 using ByteSourcePtr = std::shared_ptr<const ByteSource>;
 
+/// Packages within a package up to this size are read in one piece when they are opened. Looking for the end record
+/// would read as much.
+inline constexpr std::uint64_t smallPackage = std::uint64_t{8} << 10;
+
 /// @return  as `Disk::InputFile::open`
 KELVARIS_CORE_API Expected<ByteSourcePtr, ErrorCode2> openFileSource(const FilePath2& path);
 

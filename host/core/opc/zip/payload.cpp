@@ -50,7 +50,8 @@ Expected<void, ErrorCode2> Payload::stream(std::string_view subject, const Disk:
 
 Expected<ByteSourcePtr, ErrorCode2> Payload::openNested(std::string displayName) const
 {
-    if (method() == Method::stored)
+    const bool isInPlace = m_size > smallPackage || !packed().inMemory(0, compressedSize()).empty();
+    if (method() == Method::stored && isInPlace)
         return windowSource(packedBytes(), 0, m_size, std::move(displayName));
     auto bytes = read(displayName);
     if (!bytes)
