@@ -4,7 +4,7 @@
     run.py [--rounds N] [--page FILE] [--without NAME]... [TASK...]
 
 Prints a table for each task, and with --page puts it into that page between the task's marks. --without leaves a
-contender out.
+contender out. What fails is told in its table, and the rest goes on; the exit status is 1 then.
 """
 
 import argparse
@@ -13,9 +13,11 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import statistics
 import subprocess
 import sys
+import time
 import zipfile
 import zlib
 
@@ -27,7 +29,13 @@ OUTPUT = WORK / "output"
 HOST = BIN / "hollerwick-host"
 MIB = 1 << 20
 
-Row = collections.namedtuple("Row", "wall lowest cpu memory size counters")
+PATIENCE = 900  # seconds for one run of one contender
+
+Row = collections.namedtuple("Row", "wall lowest cpu memory size counters runs")
+
+
+class Failure(Exception):
+    pass
 
 
 class Contender:
@@ -39,11 +47,14 @@ class Contender:
     clock     "process": from start to end; "inside": the program tells "seconds WALL [CPU]" itself;
               "google": it is a Google Benchmark program
     repeat    runs in a round; the median counts
+    rounds    the rounds it takes part in; fewer for a peer that alone would take minutes of each
     """
 
-    def __init__(self, name, command, kind="peer", output=None, check=None, clock="process", repeat=1, cwd=None):
+    def __init__(self, name, command, kind="peer", output=None, check=None, clock="process", repeat=1, cwd=None,
+                 rounds=None):
         self.name, self.command, self.kind, self.output = name, [str(word) for word in command], kind, output
         self.check, self.clock, self.repeat, self.cwd = check, clock, repeat, cwd or DATA
+        self.rounds = rounds
 
     def is_there(self):
         program = self.command[0]
@@ -60,29 +71,40 @@ class Contender:
         shutil.rmtree(OUTPUT, ignore_errors=True)
         OUTPUT.mkdir(parents=True)
         report = WORK / "report"
-        done = subprocess.run([BIN / "bench_measure", report, *self.command], cwd=self.cwd, stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, text=True)
+        report.unlink(missing_ok=True)
+        printed = self.run_program([BIN / "bench_measure", report, *self.command])
         status, wall, cpu, memory = report.read_text().split()
-        if done.returncode != 0 or status != "0":
-            sys.exit(f"{self.name} failed ({status}): {done.stderr}{done.stdout}")
+        if status != "0":
+            raise Failure(f"exit status {status}: {printed[-500:]}")
         sample = {"wall": float(wall), "cpu": float(cpu), "memory": int(memory) / 1024, "size": None, "counters": {}}
         if self.clock == "inside":
-            seconds = done.stdout.split("seconds", 1)[1].split()
+            seconds = printed.split("seconds", 1)[1].split()
             sample["wall"] = float(seconds[0])
             sample["cpu"] = float(seconds[1]) if len(seconds) > 1 else sample["cpu"]
         elif self.clock == "google":
-            self.read_google(sample, json.loads(done.stdout))
+            self.read_google(sample, json.loads(printed))
         path = OUTPUT / self.output if self.output else None
         if path and path.is_file():
             sample["size"] = path.stat().st_size
         if self.check:
-            self.check(path, done.stdout)
+            self.check(path, printed)
         return sample
+
+    def run_program(self, command):
+        """What it prints; a program that fails has its errors there, too."""
+        with subprocess.Popen(command, cwd=self.cwd, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                              start_new_session=True) as program:
+            try:
+                printed, errors = program.communicate(timeout=PATIENCE)
+            except subprocess.TimeoutExpired:
+                os.killpg(program.pid, signal.SIGKILL)
+                raise Failure(f"not done within {PATIENCE} seconds") from None
+        return printed if '"benchmarks"' in printed else printed + errors
 
     def read_google(self, sample, report):
         (result,) = report["benchmarks"]
         if result.get("error_occurred"):
-            sys.exit(f"{self.name}: {result['error_message']}")
+            raise Failure(result["error_message"])
         unit = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1}[result["time_unit"]]
         sample["wall"], sample["cpu"] = result["real_time"] * unit, result["cpu_time"] * unit
         known = {"real_time", "cpu_time", "iterations", "repetitions", "threads", "family_index",
@@ -104,17 +126,31 @@ class Task:
                 continue
             (contenders if contender.is_there() else missing).append(contender)
         samples = {contender.name: [] for contender in contenders}
+        self.failures = {}
         for number in range(rounds):
             # each round begins with another one
             for contender in contenders[number % len(contenders):] + contenders[:number % len(contenders)]:
-                samples[contender.name].append(contender.run())
-                print(f"  {self.name} round {number + 1}: {contender.name} {samples[contender.name][-1]['wall']:.3f} s",
-                      file=sys.stderr, flush=True)
+                if contender.name not in self.failures and number < (contender.rounds or rounds):
+                    self.sample(contender, number + 1, samples[contender.name])
+        contenders = [contender for contender in contenders if contender.name not in self.failures]
         rows = {contender.name: row_of(samples[contender.name]) for contender in contenders}
         text = self.table(contenders, rows) + self.goal_lines(rows)
         for contender in missing:
             text += f"- `{contender.name}` is not installed and was left out\n"
+        for contender in contenders:
+            if rows[contender.name].runs < rounds:
+                text += f"- `{contender.name}`: in {rows[contender.name].runs} of the rounds, for its time\n"
+        for name, failure in self.failures.items():
+            text += f"- `{name}` **failed**: {failure}\n"
         return text
+
+    def sample(self, contender, number, samples):
+        try:
+            samples.append(contender.run())
+            outcome = f"{samples[-1]['wall']:.3f} s"
+        except (Failure, OSError, ValueError, LookupError, zipfile.BadZipFile, zlib.error) as failure:
+            outcome = self.failures[contender.name] = " ".join(f"{failure}".split()) or type(failure).__name__
+        print(f"  {self.name} round {number}: {contender.name} {outcome}", file=sys.stderr, flush=True)
 
     def table(self, contenders, rows):
         best_peer = min((rows[each.name].wall for each in contenders if each.kind == "peer"), default=None)
@@ -153,7 +189,7 @@ def row_of(samples):
     counters = {key: statistics.median(sample["counters"][key] for sample in samples)
                 for key in samples[0]["counters"]}
     return Row(median["wall"], min(sample["wall"] for sample in samples), median["cpu"], median["memory"],
-               samples[0]["size"], counters)
+               samples[0]["size"], counters, len(samples))
 
 
 def milliseconds(seconds):
@@ -175,33 +211,57 @@ class Files:
                             if path.is_file())
         self.names.sort(key=lambda name: name.count("/"))  # the primary file lies above the others
         self.sums = sums_of(self.directory / name for name in self.names)
-        self.read = set()
 
     def argument(self):
         return json.dumps(self.names, separators=(",", ":"))
 
-    def packed(self, path, _):
-        with zipfile.ZipFile(path) as archive:
-            found = collections.Counter((entry.file_size, entry.CRC) for entry in archive.infolist())
-            if self.sums - found:
-                sys.exit(f"{path} does not hold all files")
-            if path not in self.read and archive.testzip() is not None:
-                sys.exit(f"{path} cannot be read")
-        self.read.add(path)
+    def packed(self):
+        """A check for one contender: its first archive is read in full, of the others the directory."""
+        read = []
+
+        def check(path, _):
+            with zipfile.ZipFile(path) as archive:
+                found = collections.Counter((entry.file_size, entry.CRC) for entry in archive.infolist())
+                if self.sums - found:
+                    raise Failure("the archive does not hold all files")
+                if not read and archive.testzip() is not None:
+                    raise Failure("the archive cannot be read")
+            read.append(path)
+        return check
 
     def unpacked(self, path, _):
         if self.sums - sums_of(file for file in path.rglob("*") if file.is_file()):
-            sys.exit(f"{path} does not hold all files")
+            raise Failure("not all files are there")
 
     def joined(self, path, _):
         if path.stat().st_size != sum(size * count for (size, _), count in self.sums.items()):
-            sys.exit(f"{path} is too short")
+            raise Failure("the file is too short")
 
 
 def prints(text):
     def check(_, printed):
         if text not in printed:
-            sys.exit(f"expected {text}, and there is: {printed}")
+            raise Failure(f"expected {text}, and there is: {printed[-500:]}")
+    return check
+
+
+def is_of_size(size):
+    def check(path, _):
+        if abs(path.stat().st_size - size) > MIB:
+            raise Failure("the copy has another size")
+    return check
+
+
+def saved(size):
+    """A check of a saved bundle; every entry of the first one is read."""
+    read = []
+
+    def check(path, printed):
+        is_of_size(size)(path, printed)
+        with zipfile.ZipFile(path) as archive:
+            if b"after" not in archive.read("docProps/core.xml") or (not read and archive.testzip() is not None):
+                raise Failure("the saved bundle is not what it must be")
+        read.append(path)
     return check
 
 
@@ -230,16 +290,19 @@ def pack_with_host(files, output):
     return [HOST, "call", "_create_example", files.argument(), output, "a title"]
 
 
-def packers(files, limit):
+def packers(files, limit, main_rounds=None, peer_rounds=None):
+    """main_rounds: of `zip -6`, which the goals name; peer_rounds: of the other peers."""
     def make():
         cwd, zip_file = files.directory, OUTPUT / "out.zip"
-        def packer(name, command, kind="peer", check=files.packed):
-            return Contender(name, command, kind, "out.zip", check, cwd=cwd)
-        created = both(prints("OK"), files.packed)
+        def packer(name, command, rounds=peer_rounds):
+            return Contender(name, command, "peer", "out.zip", files.packed(), cwd=cwd, rounds=rounds)
+        def ours(name, *before):
+            return Contender(name, [*before, *pack_with_host(files, zip_file)], "ours", "out.zip",
+                             both(prints("OK"), files.packed()), cwd=cwd)
         return [
-            packer("hollerwick-host", pack_with_host(files, zip_file), "ours", created),
-            packer("hollerwick-host, one core", ["taskset", "-c", "0", *pack_with_host(files, zip_file)], "ours", created),
-            packer("zip -6", ["zip", "-6", "-q", "-r", zip_file, "."]),
+            ours("hollerwick-host"),
+            ours("hollerwick-host, one core", "taskset", "-c", "0"),
+            packer("zip -6", ["zip", "-6", "-q", "-r", zip_file, "."], main_rounds),
             packer("zip -6, one core", ["taskset", "-c", "0", "zip", "-6", "-q", "-r", zip_file, "."]),
             packer("7z", ["7z", "a", "-tzip", "-bd", zip_file, "."]),
             packer("7z, one thread", ["7z", "a", "-tzip", "-mmt=1", "-bd", zip_file, "."]),
@@ -252,22 +315,24 @@ def packers(files, limit):
     return make
 
 
-def unpackers(files, name):
+def unpackers(files, name, peer_rounds=None):
     def make():
         bundle = DATA / name
         if not bundle.exists():
             subprocess.run(pack_with_host(files, bundle), check=True, cwd=files.directory, stdout=subprocess.DEVNULL)
         target = OUTPUT / "out"
-        def unpacker(name, command, kind="peer", check=files.unpacked):
-            return Contender(name, command, kind, "out", check)
+        def unpacker(name, command, kind="peer", check=files.unpacked, rounds=None):
+            return Contender(name, command, kind, "out", check, rounds=rounds)
+        def other(name, command):
+            return unpacker(name, command, rounds=peer_rounds)
         return [
             unpacker("hollerwick-host", [HOST, "call", "_unpack_content_bundle", bundle, target], "ours",
                      both(prints("OK"), files.unpacked)),
             unpacker("unzip", ["unzip", "-q", bundle, "-d", target]),
-            unpacker("7z", ["7z", "x", "-bd", f"-o{target}", bundle]),
-            unpacker("bsdtar", ["sh", "-c", 'mkdir "$1" && bsdtar -xf "$0" -C "$1"', bundle, target]),
-            unpacker("python zipfile", python("unpack", bundle, target)),
-            unpacker("Apache POI", poi("unpack", bundle, target)),
+            other("7z", ["7z", "x", "-bd", f"-o{target}", bundle]),
+            other("bsdtar", ["sh", "-c", 'mkdir "$1" && bsdtar -xf "$0" -C "$1"', bundle, target]),
+            other("python zipfile", python("unpack", bundle, target)),
+            other("Apache POI", poi("unpack", bundle, target)),
             unpacker("inflate and write", [BIN / "bench_limits", "inflate", "1", bundle, target], "limit"),
             unpacker("inflate and write, two threads", [BIN / "bench_limits", "inflate", "2", bundle, target], "limit"),
         ]
@@ -279,8 +344,8 @@ def barrel_packers(files):
         barrel = OUTPUT / "out.zip"
         return [
             Contender("hollerwick-host", [HOST, "call", "_create_examples", files.argument(), barrel], "ours", "out.zip",
-                      both(prints("OK"), files.packed), cwd=files.directory),
-            Contender("zip -0", ["zip", "-0", "-q", "-r", barrel, "."], "peer", "out.zip", files.packed,
+                      both(prints("OK"), files.packed()), cwd=files.directory),
+            Contender("zip -0", ["zip", "-0", "-q", "-r", barrel, "."], "peer", "out.zip", files.packed(),
                       cwd=files.directory),
             Contender("cat", ["sh", "-c", 'cat -- * >"$0"', barrel], "limit", "out.zip", files.joined,
                       cwd=files.directory),
@@ -296,7 +361,7 @@ def listers():
         Contender("addBarrels, 50,000", google("addBarrels/50000"), "ours", clock="google"),
         Contender("addBarrels, memory", google("memoryOfExamples/10000"), "ours", clock="google"),
         Contender("python zipfile", python("list", barrel), "peer", check=prints("10000 True"), clock="inside"),
-        Contender("Apache POI", poi("list", barrel), "peer", check=prints("10000 true"), clock="inside"),
+        Contender("Apache POI", poi("list", barrel), "peer", check=prints("10000 true"), clock="inside", rounds=1),
         Contender("walker by hand", google("walkByHand/10000"), "limit", clock="google"),
     ]
 
@@ -313,11 +378,13 @@ def browsers():
 
 def savers():
     source, target = DATA / "gigabyte.zip", OUTPUT / "out"
+    size = source.stat().st_size
     save = ["env", f"HOLLERWICK_BENCH_OUTPUT={target}", *google("saveGigabyte")]
     return [
-        Contender("open, setTitle, writeToFile", save, "ours", "out", clock="google"),
-        Contender("cp", ["cp", source, target], "limit", "out"),
-        Contender("cp, then sync of the file", ["sh", "-c", 'cp "$0" "$1" && sync "$1"', source, target], "limit", "out"),
+        Contender("open, setTitle, writeToFile", save, "ours", "out", saved(size), clock="google"),
+        Contender("cp", ["cp", source, target], "limit", "out", is_of_size(size)),
+        Contender("cp, then sync of the file", ["sh", "-c", 'cp "$0" "$1" && sync "$1"', source, target], "limit", "out",
+                  is_of_size(size)),
     ]
 
 
@@ -370,16 +437,17 @@ def tasks():
             ("cpu to that of the limit, at most 1.15",
              lambda rows: rows[host].cpu / rows["libdeflate 6 in memory"].cpu, 1.15),
         ]),
-        Task("pack-large", "8 files of 64 MB", packers(large, ("isa-l 3 in memory", "stream")), [
+        Task("pack-large", "8 files of 64 MB", packers(large, ("isa-l 3 in memory", "stream"), 3, 1), [
             ("wall to `zip -6`, at most 0.20", ratio(host, "zip -6"), 0.20),
             ("bytes to `zip -6`, at most 1.03", size_ratio, 1.03),
             ("peak memory in MiB, below 64", lambda rows: rows[host].memory, 64),
         ]),
-        *(Task(name, title, unpackers(files, bundle), [
+        *(Task(name, title, unpackers(files, bundle, rounds), [
             ("wall to `unzip`, at most 0.40", ratio(host, "unzip"), 0.40),
             ("wall to inflating and writing, at most 1.25", ratio(host, "inflate and write"), 1.25),
-        ]) for name, title, files, bundle in (("unpack-small", "2,000 files, 40 MB", small, "small.zip"),
-                                              ("unpack-large", "8 files of 64 MB", large, "large.zip"))),
+        ]) for name, title, files, bundle, rounds in (
+            ("unpack-small", "2,000 files, 40 MB", small, "small.zip", None),
+            ("unpack-large", "8 files of 64 MB", large, "large.zip", 2))),
         Task("barrel", "a barrel of 10,000 examples", barrel_packers(examples), [
             ("wall to `zip -0`, below 1", ratio(host, "zip -0"), 1),
             ("wall to `cat`, at most 3", ratio(host, "cat"), 3),
@@ -453,13 +521,24 @@ def main():
     for name in arguments.tasks:
         if name not in {task.name for task in known}:
             sys.exit(f"there is no task {name}; there are {', '.join(task.name for task in known)}")
+    failed = []
     for task in known:
         if arguments.tasks and task.name not in arguments.tasks:
             continue
-        text = machine(arguments.rounds) + task.run(arguments.rounds, arguments.without)
+        start = time.monotonic()
+        text = machine(arguments.rounds)
+        try:
+            text += task.run(arguments.rounds, arguments.without)
+        except (Failure, OSError, subprocess.SubprocessError) as failure:
+            text += f"- **failed**: {failure}\n"
+        if "**failed**" in text:
+            failed.append(task.name)
         print(f"## {task.title}\n\n{text}", flush=True)
+        print(f"  {task.name} took {time.monotonic() - start:.0f} s", file=sys.stderr, flush=True)
         if arguments.page:
             arguments.page.write_text(replaced(arguments.page.read_text(), task.name, text))
+    if failed:
+        sys.exit(f"failed: {', '.join(failed)}")
 
 
 if __name__ == "__main__":
