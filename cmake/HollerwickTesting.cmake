@@ -1,11 +1,13 @@
 # hollerwick_test(NAME SOURCES file... [ALONE file...] LIBRARIES target...)
 #
-# A GoogleTest program and each of its tests as a test of its own, so that a crash names its test. Under the sanitizers, where a
-# process costs more than most tests, the program is one test. Files that cannot be compiled together with others are ALONE.
+# A GoogleTest program and each of its tests as a test of its own, so that a crash names its test. Files that cannot be compiled
+# together with others are ALONE.
 # Windows go to Qt's offscreen platform; HOME and TMPDIR of a test are below the build directory.
 
 include(GoogleTest)
 find_package(GTest REQUIRED)
+
+option(HOLLERWICK_WHOLE_PROGRAMS "Run each test program in one process, as one test" OFF)
 
 # Programs that show windows share one precompiled header, the others another. A program that is built otherwise parses the
 # headers itself.
@@ -28,7 +30,7 @@ function(hollerwick_test name)
     target_link_libraries(${name} PRIVATE hollerwick_options hollerwick_program kelvaris_contract ${TEST_LIBRARIES} GTest::gtest GTest::gmock)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     hollerwick_precompile_test(${name})
-    if(HOLLERWICK_SANITIZE)
+    if(HOLLERWICK_WHOLE_PROGRAMS)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${HOLLERWICK_TEST_ENVIRONMENT}")
         return()
