@@ -12,6 +12,7 @@ enum class CoreError : int {
     invalidMediaType = 6, ///< a text is no media type
     notARegularFile = 7,  ///< a directory, a device or a pipe stands where a file is wanted
     fileTruncated = 8,    ///< a file is shorter than it was when it was opened
+    malformedAddress = 9, ///< a URL cannot be decoded
 };
 
 } // namespace Kelvaris::System

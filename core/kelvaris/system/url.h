@@ -36,6 +36,7 @@ public:
     /// package, `relativePath` gives "content/a b.txt" for "/content/a%20b.txt", ready to be appended to a directory.
     ///
     /// @return  core 3 when it denotes no local file: another scheme than "file", or an authority
+    ///          core 9 when a "%" begins no encoded byte, or the byte is a "/"
     ///          core 5 when what the percent-encoding stands for is not valid UTF-8, or holds a NUL
     Expected<FilePath2, ErrorCode2> toLocalFile(UrlLocalFileOptions options) const;
 

@@ -19,6 +19,8 @@ constexpr Errors::Sentence sentences[] = {
     sentence(CoreError::notARegularFile, u8"not a regular file", u8"choose a file, not a directory or a device"),
     sentence(CoreError::fileTruncated, u8"the file became shorter while it was open",
              u8"try again when nothing writes to it any more"),
+    sentence(CoreError::malformedAddress, u8"the address is malformed",
+             u8"write a \"%\" as \"%25\", and a \"/\" as it is"),
 };
 
 } // namespace

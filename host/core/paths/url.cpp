@@ -62,6 +62,11 @@ private:
         return Errors::makeError(CoreError::notALocalFile, Text::displayed(m_url), reason);
     }
 
+    ErrorCode2 malformed(std::string_view reason) const
+    {
+        return Errors::makeError(CoreError::malformedAddress, Text::displayed(m_url), reason);
+    }
+
     Expected<FilePath2, ErrorCode2> fileUrlPath(std::string_view behindScheme) const;
     Expected<FilePath2, ErrorCode2> decodedPath(std::string_view encoded) const;
     Expected<FilePath2, ErrorCode2> toPath(std::string_view text) const;
@@ -112,10 +117,10 @@ Expected<FilePath2, ErrorCode2> LocalFileReader::decodedPath(std::string_view en
         }
         const auto byte = decodedByte(path.substr(at + 1, 2));
         if (!byte)
-            return notLocal("a \"%\" without two hexadecimal digits");
+            return malformed("a \"%\" without two hexadecimal digits");
         // no file name holds a separator, and the folders of a path are not to be had by disguise
         if (*byte == '/')
-            return notLocal("a percent-encoded \"/\"");
+            return malformed("a percent-encoded \"/\"");
         decoded += *byte;
         at += 2;
     }

@@ -45,7 +45,7 @@ void expectSentences(const ErrorCategory2& category, int last)
 
 TEST(ErrorCategories, EveryCoreErrorHasItsSentence)
 {
-    expectSentences(core_error_category(), static_cast<int>(CoreError::fileTruncated));
+    expectSentences(core_error_category(), static_cast<int>(CoreError::malformedAddress));
 }
 
 TEST(ErrorCategories, EveryOpcErrorHasItsSentence)

@@ -122,17 +122,17 @@ TEST(Url, WithoutASchemeNothingIsAFileUrl)
     EXPECT_EQ(localFile("content/a", fileUrl), "core 3");
 }
 
-TEST(Url, PercentEncodingOfNothingDenotesNoLocalFile)
+TEST(Url, PercentEncodingOfNothingIsMalformed)
 {
     for (const char* text : {"/a%", "/a%2", "/a%zz", "/a%2g", "/a%-1", "/a%+1", "/a% 1", "/%%"})
-        EXPECT_EQ(localFile(text), "core 3") << text;
+        EXPECT_EQ(localFile(text), "core 9") << text;
 }
 
-TEST(Url, APercentEncodedSeparatorDenotesNoLocalFile)
+TEST(Url, APercentEncodedSeparatorIsMalformed)
 {
-    EXPECT_EQ(localFile("/a%2Fb"), "core 3");
-    EXPECT_EQ(localFile("/%2fetc/passwd"), "core 3");
-    EXPECT_EQ(localFile("file:///a%2Fb"), "core 3");
+    EXPECT_EQ(localFile("/a%2Fb"), "core 9");
+    EXPECT_EQ(localFile("/%2fetc/passwd"), "core 9");
+    EXPECT_EQ(localFile("file:///a%2Fb"), "core 9");
 }
 
 TEST(Url, PercentEncodingOfInvalidTextOrANulIsInvalidText)
@@ -156,8 +156,9 @@ TEST(Url, ErrorsShowTheTextAndTheReason)
               "the file to this computer first");
     EXPECT_EQ(message("file://server/a"), "file://server/a: the address is not that of a local file: it names another "
                                           "machine; copy the file to this computer first");
-    EXPECT_EQ(message("/a%2"), "/a%2: the address is not that of a local file: a \"%\" without two hexadecimal digits; "
-                               "copy the file to this computer first");
+    EXPECT_EQ(message("/a%2"),
+              "/a%2: the address is malformed: a \"%\" without two hexadecimal digits; write a \"%\" as "
+              "\"%25\", and a \"/\" as it is");
     EXPECT_EQ(message("/a%00b"), "/a%00b: not valid Unicode text: it holds a NUL; write the text in UTF-8");
 }
 
