@@ -222,6 +222,10 @@ int extractBundle(const CommandLine& line)
     const auto files = IO::Bundle::plannedFiles(source->bundle->package(), toPath(directory));
     if (!files)
         return refuse(line, writingStatusOf(files.error()), files.error());
+    if (files->empty())
+        return refuse(line, Refusal{ExitStatus::badInput, Text::displayed(line.arguments.front()) +
+                                                              ": has no content to extract; "
+                                                              "\"hollerwick-host info\" shows what is in it"});
     if (!line.dryRun)
         return unpackInto(line, *source->bundle, directory, *files);
     printExtracted(line, directory, *files);
