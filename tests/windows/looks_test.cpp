@@ -18,6 +18,11 @@ struct Surroundings
     const char* colours;
 };
 
+void PrintTo(const Surroundings& surroundings, std::ostream* out)
+{
+    *out << surroundings.language << " " << surroundings.colours;
+}
+
 using Parameter = std::tuple<WindowCase, Surroundings>;
 
 class Looks : public testing::TestWithParam<Parameter>
