@@ -84,6 +84,8 @@ WindowGrabber::WindowGrabber(const QString& directory, std::vector<TypedKeys> ke
 {
     // a dialog of the desktop's own is no window of this process
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    // a text cursor that blinks would be in one picture and not in the next
+    QApplication::setCursorFlashTime(0);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
