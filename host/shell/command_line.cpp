@@ -27,18 +27,63 @@ EarlyEnd usageError(const std::string& sentence)
     return {ExitStatus::usage, sentence};
 }
 
+std::string exitStatus(const StatusRow& row)
+{
+    return "\n  " + std::to_string(row.status) + "  " + std::string{row.meaning};
+}
+
 std::string exitStatuses()
 {
     std::string text = "Exit status:";
     for (const StatusRow& row : statusTable())
-        text += "\n  " + std::to_string(row.status) + "  " + std::string{row.meaning};
+        text += exitStatus(row);
     return text;
+}
+
+std::string exitStatuses(const CommandRow& command)
+{
+    std::string text = "Exit status:";
+    for (const StatusRow& row : statusTable()) {
+        if (std::ranges::count(command.statuses, row.status) != 0)
+            text += exitStatus(row);
+    }
+    return text;
+}
+
+/// With line feeds between words, so that no line is longer than a terminal is wide by custom.
+std::string wrapped(std::string_view text)
+{
+    constexpr std::size_t width = 80;
+    std::string lines{text};
+    std::size_t begin = 0;
+    while (lines.size() - begin > width) {
+        const std::size_t blank = lines.rfind(' ', begin + width);
+        if (blank == std::string::npos || blank <= begin)
+            break;
+        lines[blank] = '\n';
+        begin = blank + 1;
+    }
+    return lines;
+}
+
+/// One of the words that an option knows.
+CLI::Validator oneOf(std::span<const std::string_view> words)
+{
+    std::string all;
+    for (const std::string_view word : words)
+        all += (all.empty() ? "" : ", ") + std::string{word};
+    const auto fault = [known = std::vector<std::string>{words.begin(), words.end()}, all](const std::string& word) {
+        return std::ranges::count(known, word) != 0 ? std::string{} : "\"" + word + "\" is none of " + all;
+    };
+    return {fault, "{" + all + "}"};
 }
 
 /// Help whose usage is that of the table: the option parser knows nothing of the arguments.
 class HelpText : public CLI::Formatter
 {
 public:
+    HelpText() { label("Positionals", "Arguments"); }
+
     std::string make_usage(const CLI::App* app, std::string /*name*/) const override
     {
         const CommandRow* const command = findCommand(app->get_name());
@@ -77,13 +122,29 @@ public:
         return m_app.get_option_no_throw(name);
     }
 
+    /// Of the options that may stand behind `verb` (null: before any).
+    std::vector<std::string> names(const CommandRow* verb) const
+    {
+        std::vector<std::string> all;
+        const auto add = [&all](const CLI::App& app) {
+            for (const CLI::Option* option :
+                 app.get_options([](const CLI::Option* one) { return one->nonpositional(); }))
+                all.push_back(option->get_name());
+        };
+        add(m_app);
+        if (verb != nullptr)
+            add(*m_app.get_subcommand(std::string{verb->name}));
+        return all;
+    }
+
 private:
     void addVerb(const CommandRow& command)
     {
         CLI::App* app = m_app.add_subcommand(std::string{command.name}, std::string{command.summary});
+        app->group("Verbs");
         app->fallthrough();
         app->set_help_flag("--help", "Print this help and exit");
-        app->footer(std::string{command.description} + "\n\n" + exitStatuses());
+        app->footer(wrapped(command.description) + "\n\n" + exitStatuses(command));
         app->callback([this, verb = command.verb] { m_line.verb = verb; });
         for (const ArgumentRow& argument : command.arguments)
             show(*app, argument);
@@ -109,7 +170,7 @@ private:
             if (row.takesValue())
                 option->type_name(std::string{row.value});
             if (!row.words.empty())
-                option->check(CLI::IsMember{std::vector<std::string>{row.words.begin(), row.words.end()}});
+                option->check(oneOf(row.words));
             if (!row.needs.empty())
                 option->needs(app.get_option(std::string{row.needs}));
         }
@@ -193,13 +254,24 @@ public:
             return std::nullopt;
         const std::string verbs = "; the verbs are " + listedVerbs();
         if (!m_unknownVerb)
-            return usageError("a verb is missing" + verbs);
+            return usageError("a verb is missing" + verbs + " (\"hollerwick-host --help\" tells more)");
         std::vector<std::string> names;
         for (const CommandRow& command : commandTable())
             names.emplace_back(command.name);
         const std::string unknown = "there is no verb \"" + *m_unknownVerb + "\"";
         const std::vector<std::string> close = closeNames(*m_unknownVerb, names);
         return usageError(close.empty() ? unknown + verbs : unknown + "; did you mean " + close.front() + "?");
+    }
+
+    /// What looked like an option and is none of ours, or nothing.
+    std::optional<EarlyEnd> unknownOption() const
+    {
+        if (!m_unknownOption)
+            return std::nullopt;
+        const std::string name = m_unknownOption->substr(0, m_unknownOption->find('='));
+        const std::vector<std::string> close = closeNames(name, m_options.names(m_verb));
+        return usageError("there is no option " + name +
+                          (close.empty() ? "" : "; did you mean " + close.front() + "?"));
     }
 
 private:
@@ -223,14 +295,21 @@ private:
         if (m_verb == nullptr)
             return takeVerb(word, looksLikeOption);
         const bool isPassedOn = m_verb->passesWordsOn && !m_arguments.empty();
-        (looksLikeOption && !isPassedOn ? m_kept : m_arguments).push_back(word);
+        if (!looksLikeOption || isPassedOn)
+            return m_arguments.push_back(word);
+        if (!m_unknownOption)
+            m_unknownOption = word;
     }
 
     void takeVerb(const std::string& word, bool looksLikeOption)
     {
+        if (looksLikeOption) {
+            m_unknownOption = m_unknownOption.value_or(word);
+            return;
+        }
         m_kept.push_back(word);
         m_verb = findCommand(word);
-        if (m_verb == nullptr && !looksLikeOption && !m_unknownVerb)
+        if (m_verb == nullptr && !m_unknownVerb)
             m_unknownVerb = word;
     }
 
@@ -239,6 +318,7 @@ private:
     const CommandRow* m_verb = nullptr;
     bool m_onlyArguments = false;
     std::optional<std::string> m_unknownVerb;
+    std::optional<std::string> m_unknownOption;
     std::optional<std::string> m_valueMissing;
     std::vector<std::string> m_kept;
 };
@@ -304,6 +384,8 @@ Expected<CommandLine, EarlyEnd> parse(const std::vector<std::string>& words)
     } catch (const CLI::ParseError& end) {
         return sorter.missingVerb().value_or(usageError(end.what()));
     }
+    if (const auto refusal = sorter.unknownOption())
+        return *refusal;
     if (const auto refusal = sorter.missingVerb())
         return *refusal;
     if (const auto refusal = argumentFault(*sorter.verb(), line.arguments))

@@ -213,7 +213,7 @@ std::span<const OptionRow> commonOptions()
 std::span<const StatusRow> statusTable()
 {
     static constexpr StatusRow statuses[] = {
-        {done, "done; of run: the script came to its end, or ended with exit()"},
+        {done, "done"},
         {failed, "failed: a call, a script or the writing of a file; one sentence says why"},
         {usage, "nothing was done: the command line is wrong, or plug-in, script or display is missing"},
         {badInput, "an input file cannot be read, or is not what the verb needs"},

@@ -172,10 +172,14 @@ std::optional<Refusal> outputRefusal(const std::string& output, bool force)
                    Text::displayed(output) + ": exists already; choose another --output, or replace it with --force"};
 }
 
+Refusal nothingToPack(const CommandLine& line, const std::string& wanted)
+{
+    return Refusal{ExitStatus::badInput, Text::displayed(line.arguments.front()) + ": has no " + wanted +
+                                             " to pack; name another file or directory"};
+}
+
 Planned<PackingPlan> planned(const Files& files, const std::string& folder, const std::string& output, bool force)
 {
-    if (files.empty())
-        return Refusal{ExitStatus::badInput, "there is nothing to pack: no file was found; name some"};
     auto parts = plannedParts(files, folder);
     if (!parts)
         return parts.error();
@@ -205,6 +209,8 @@ Planned<PackingPlan> planExample(const CommandLine& line)
     std::erase_if(*files, [&](const std::string& file) {
         return isSame(file, output) && std::ranges::count(line.arguments, file) == 0;
     });
+    if (files->empty())
+        return nothingToPack(line, "file");
     return planned(*files, "content", output, line.force);
 }
 
@@ -214,6 +220,8 @@ Planned<PackingPlan> planBarrel(const CommandLine& line)
     const auto files = expanded(line.arguments, isExample);
     if (!files)
         return files.error();
+    if (files->empty())
+        return nothingToPack(line, "example (*.kvbdl.zip)");
     for (const std::string& file : *files) {
         const auto example = IO::Bundle::ExampleBundle::open(toPath(file));
         if (!example)

@@ -234,6 +234,7 @@ TEST(CommandLineOfTheProgram, EndsWithTwoAndOneSentenceWhenItIsWrong)
 {
     EXPECT_EQ(runHost({}), (ProgramEnd{2, "",
                                        "hollerwick-host: a verb is missing; the verbs are info, list, check, extract, "
-                                       "pack, barrel, functions, call, run, console and generate\n"}));
+                                       "pack, barrel, functions, call, run, console and generate "
+                                       "(\"hollerwick-host --help\" tells more)\n"}));
     EXPECT_EQ(runHost({"--log-level", "loud", "functions"}).status, 2);
 }

@@ -1,5 +1,6 @@
 #include "tests/e2e/host_program.h"
 #include "tests/e2e/stopped_host.h"
+#include "tests/support/noise.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

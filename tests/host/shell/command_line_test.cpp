@@ -163,7 +163,7 @@ TEST(CommandLine, NamesTheVerbsWhenThereIsNone)
 {
     const std::string sentence =
         "a verb is missing; the verbs are info, list, check, extract, pack, barrel, functions, "
-        "call, run, console and generate";
+        "call, run, console and generate (\"hollerwick-host --help\" tells more)";
     EXPECT_EQ(refusal({}), sentence);
     EXPECT_EQ(refusal({"--log-script-calls"}), sentence);
 }
@@ -186,7 +186,16 @@ TEST(CommandLine, RefusesACallWithoutAName)
 
 TEST(CommandLine, RefusesAnUnknownOptionBeforeTheName)
 {
-    EXPECT_THAT(refusal({"call", "--fast", "f"}), HasSubstr("--fast"));
+    EXPECT_EQ(refusal({"call", "--fast", "f"}), "there is no option --fast");
+    EXPECT_EQ(refusal({"-x", "info"}), "there is no option -x");
+}
+
+TEST(CommandLine, SuggestsACloseOptionOfTheVerb)
+{
+    EXPECT_EQ(refusal({"info", "--jsn", "a.zip"}), "there is no option --jsn; did you mean --json?");
+    EXPECT_EQ(refusal({"pack", "a", "--keywords=b"}), "there is no option --keywords; did you mean --keyword?");
+    EXPECT_EQ(refusal({"info", "--log-levl", "off", "a.zip"}),
+              "there is no option --log-levl; did you mean --log-level?");
 }
 
 TEST(CommandLine, RefusesArgumentsOfVerbsThatTakeNone)
@@ -197,7 +206,7 @@ TEST(CommandLine, RefusesArgumentsOfVerbsThatTakeNone)
 
 TEST(CommandLine, RefusesAnUnknownLogLevel)
 {
-    EXPECT_THAT(refusal({"--log-level", "loud", "functions"}), HasSubstr("loud"));
+    EXPECT_EQ(refusal({"--log-level", "loud", "functions"}), "--log-level: \"loud\" is none of diagnostic, error, off");
 }
 
 TEST(CommandLine, RefusesKeysWithoutPictures)
