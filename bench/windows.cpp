@@ -163,6 +163,10 @@ void searchKey(benchmark::State& state)
         times.push_back(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
         processorTimes.push_back(processorSeconds() - begin);
         state.SetIterationTime(times.back());
+        const int rows = view.model()->rowCount();
+        const bool isWhole = rows == state.range(0);
+        if (rows == 0 || isWhole != (place == 2 * word.size() - 1))
+            state.SkipWithError("the search found the wrong rows");
     }
     state.counters["p95_ms"] = percentile95(times) * 1e3;
     state.counters["p95_cpu_ms"] = percentile95(processorTimes) * 1e3;
@@ -174,9 +178,12 @@ void openBrowser(benchmark::State& state)
     for (auto each : state) {
         ExampleBrowser2 browser;
         browser.addBarrels({toFilePath2(barrelOf(state.range(0)))});
-        PaintWatch watch{browser.findChild<QListView*>(QStringLiteral("examplesView"))->viewport()};
+        const auto& view = *browser.findChild<QListView*>(QStringLiteral("examplesView"));
+        PaintWatch watch{view.viewport()};
         browser.show();
         watch.waitForPaint();
+        if (view.model()->rowCount() != state.range(0))
+            state.SkipWithError("examples are missing");
     }
 }
 
@@ -190,6 +197,8 @@ void openViewer(benchmark::State& state)
         auto* const view = qobject_cast<QTreeView*>(*window);
         PaintWatch watch{view->viewport()};
         watch.waitForPaint();
+        if (!view->model()->hasChildren())
+            state.SkipWithError("parts are missing");
         delete view;
     }
 }
