@@ -26,7 +26,8 @@ void ExampleBrowser2ExampleSortFilterModel::setFilterRegularExpression(const QRe
 }
 
 /// The base class takes rows out and puts them in stretch by stretch, and for each stretch it works its table of all
-/// rows out anew. A search leaves every seventh row: thousands of stretches. This leaves as many as rows are held.
+/// rows out anew. A search may leave every seventh row: thousands of stretches. This makes them as many as rows are
+/// held.
 void ExampleBrowser2ExampleSortFilterModel::leaveHeldRows()
 {
     if (sourceModel() == nullptr || sourceModel()->rowCount() < longList)

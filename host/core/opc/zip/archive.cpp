@@ -196,7 +196,12 @@ Expected<ByteSourcePtr, ErrorCode2> Archive::readSmallPackage(std::size_t index)
     const auto bytes = readRegion(index, buffer);
     if (!bytes)
         return bytes.error();
-    return memorySource({bytes->begin(), bytes->end()}, describe(index));
+    const std::uint64_t size = bytes->size();
+    if (buffer.empty())
+        return windowSource(m_source, m_locals[index].dataOffset, size, describe(index));
+    buffer.erase(buffer.begin(), buffer.begin() + (bytes->data() - buffer.data()));
+    buffer.resize(size);
+    return memorySource(std::move(buffer), describe(index));
 }
 
 Expected<std::vector<std::byte>, ErrorCode2> Archive::read(std::size_t index) const
