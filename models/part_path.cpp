@@ -7,7 +7,7 @@ using namespace Kelvaris::System::IO::OpcPackaging;
 
 Expected<FilePath2, ErrorCode2> localPath(const OpcPackagePart& part)
 {
-    return part.uri().andThen([](OpcPackagePartUri uri) { return uri.toUri(); }).andThen([](Url url) {
+    return part.uri().andThen([](const OpcPackagePartUri& uri) { return uri.toUri(); }).andThen([](const Url& url) {
         return url.toLocalFile(UrlLocalFileOptions::relativePath);
     });
 }

@@ -98,7 +98,7 @@ void WindowMenu::chooseFile(const std::string& function, const QString& title, c
 
 QString WindowMenu::directory(const QString& title)
 {
-    const QString path =
+    QString path =
         QFileDialog::getExistingDirectory(parentWidget(), title, m_memory.directory(), QFileDialog::ShowDirsOnly);
     if (!path.isEmpty())
         m_memory.setDirectory(path);
