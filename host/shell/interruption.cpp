@@ -90,6 +90,10 @@ bool Interruption::hasHappened() noexcept
 
 void Interruption::end(const std::string& sentence)
 {
+    // another thread may be at it, and its signal ends this one as well
+    static std::atomic_flag isEnding;
+    while (isEnding.test_and_set())
+        pause();
     complain(sentence);
     std::fflush(stdout);
     std::signal(theSignal, SIG_DFL);
