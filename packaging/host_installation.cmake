@@ -24,7 +24,9 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KelvarisConfig.cmake ${CMAKE_CURRENT_B
 file(RELATIVE_PATH libraries_from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
 hollerwick_install_rpath(hollerwick-host ${libraries_from_program})
 install(TARGETS hollerwick-host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
-install(FILES desktop/${application}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT host)
+# The program itself, and what a double click on a barrel and on another bundle starts.
+install(FILES desktop/${application}.desktop desktop/${application}.barrel.desktop desktop/${application}.bundle.desktop
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT host)
 install(FILES desktop/${application}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT host)
 install(FILES desktop/${application}.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages COMPONENT host)
 install(DIRECTORY desktop/icons/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable COMPONENT host

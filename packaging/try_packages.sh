@@ -21,10 +21,15 @@ files_of_ours() {
 before=$(files_of_ours)
 [ -z "$before" ] || { echo "not a fresh machine: $before" >&2; exit 2; }
 
+install_quietly() {
+    DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >install.log 2>&1 || { cat install.log >&2; exit 1; }
+}
+
 echo "== install"
 apt-get update -qq
-DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$packages"/*.deb >install.log 2>&1 ||
-    { cat install.log >&2; exit 1; }
+# what a desktop has, so that it takes notice of ours
+install_quietly shared-mime-info desktop-file-utils appstream
+install_quietly "$packages"/*.deb
 dpkg --verify "${names[@]}"
 
 echo "== demo"
@@ -57,8 +62,6 @@ cmp /usr/share/zsh/vendor-completions/_hollerwick-host <(hollerwick-host generat
 cmp /usr/share/fish/vendor_completions.d/hollerwick-host.fish <(hollerwick-host generate fish)
 
 echo "== desktop"
-DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends shared-mime-info desktop-file-utils appstream >desktop.log 2>&1 ||
-    { cat desktop.log >&2; exit 1; }
 grep -q '^60:application/vnd.kelvaris.barrel-of-examples+zip:\*.kvexs$' /usr/share/mime/globs2
 desktop-file-validate /usr/share/applications/org.hollerwick.hollerwick*.desktop
 grep -q '^application/vnd.kelvaris.barrel-of-examples+zip=org.hollerwick' /usr/share/applications/mimeinfo.cache

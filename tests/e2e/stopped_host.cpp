@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
+#include <fstream>
 #include <system_error>
 #include <thread>
 
@@ -51,6 +52,17 @@ bool isBelow(const fs::path& directory, pid_t process, int file)
     std::error_code none;
     const fs::path open = fs::read_symlink("/proc/" + std::to_string(process) + "/fd/" + std::to_string(file), none);
     return open.string().starts_with(fs::canonical(directory).string() + "/");
+}
+
+/// Whether the signal waits for the process, which is held.
+bool isPending(int signal, pid_t process)
+{
+    std::ifstream file{"/proc/" + std::to_string(process) + "/status"};
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("ShdPnd:"))
+            return (std::stoull(line.substr(7), nullptr, 16) >> (signal - 1) & 1U) != 0;
+    }
+    return true; // it is gone: nothing to wait for
 }
 
 int endingSignal(int status)
@@ -161,6 +173,9 @@ int StoppedHost::pressCtrlC()
 {
     constexpr char key = '\003';
     EXPECT_EQ(write(m_terminal, &key, 1), 1);
+    // a terminal makes a signal of a key in its own time
+    while (!isPending(SIGINT, m_process))
+        std::this_thread::yield();
     return awaitEnd();
 }
 

@@ -44,7 +44,7 @@ public:
     /// @return  as above
     int insist(int signal);
 
-    /// Presses Ctrl-C on its terminal and lets it run to its end.
+    /// Presses Ctrl-C on the terminal of the program, which is held, and lets it run to its end.
     /// @return  as above
     int pressCtrlC();
 

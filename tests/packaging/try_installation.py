@@ -52,7 +52,8 @@ def check_files(stage):
     contract = {"include/" + name for name in names(TOP / "core") if name.endswith(".h")}
     documents = {"share/doc/hollerwick/docs/" + name for name in names(TOP / "docs") if not name.endswith(".py")}
     samples = {"share/hollerwick/samples/" + name for name in names(TOP / "samples")}
-    wanted = contract | documents | samples | {
+    entries = {"share/applications/" + file.name for file in (TOP / "packaging/desktop").glob("*.desktop")}
+    wanted = contract | documents | samples | entries | {
         "bin/hollerwick-host",
         "lib/hollerwick/hollerwick.so",
         "share/hollerwick/translations/hollerwick_de.qm",
@@ -60,7 +61,6 @@ def check_files(stage):
         "share/bash-completion/completions/hollerwick-host",
         "share/zsh/site-functions/_hollerwick-host",
         "share/fish/vendor_completions.d/hollerwick-host.fish",
-        "share/applications/org.hollerwick.hollerwick.desktop",
         "share/metainfo/org.hollerwick.hollerwick.metainfo.xml",
         "share/mime/packages/org.hollerwick.hollerwick.xml",
         "share/icons/hicolor/scalable/apps/hollerwick.svg",
