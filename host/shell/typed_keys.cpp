@@ -87,7 +87,7 @@ private:
 
     QString take(int length)
     {
-        const QString word = m_rest.left(length);
+        QString word = m_rest.left(length);
         m_rest = m_rest.mid(length).trimmed();
         return word;
     }
