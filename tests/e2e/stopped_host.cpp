@@ -26,6 +26,9 @@ namespace {
 {
     // the first terminal that the leader of a session opens becomes the one that controls it
     setsid();
+    // who runs the tests in the background has them ignored
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(signal, SIG_DFL);
     dup2(open(output, O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     dup2(open(errors, O_RDWR | O_APPEND | O_CLOEXEC), STDERR_FILENO);
     ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
