@@ -120,8 +120,8 @@ public:
 namespace {
 
 /// As a conversion to the metatype of `Qt::CheckState` gives it, a number or names of states, without asking for that
-/// type: to ask is to register it, and Qt would keep functions of this library for it, and call them, long after the library
-/// has been unloaded.
+/// type: to ask is to register it, and Qt would keep functions of this library for it, and call them, long after the
+/// library has been unloaded.
 int toCheckState(const QVariant& value)
 {
     bool isState = false;

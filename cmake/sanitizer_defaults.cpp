@@ -1,5 +1,5 @@
-// What the sanitizers are told in every program of a sanitizer build, also where no environment says it: while CTest lists the
-// tests of a program, and when somebody starts hollerwick-host by hand.
+// What the sanitizers are told in every program of a sanitizer build, also where no environment says it: while CTest
+// lists the tests of a program, and when somebody starts hollerwick-host by hand.
 
 extern "C" {
 
@@ -20,8 +20,8 @@ const char* __lsan_default_options()
     return "print_suppressions=0";
 }
 
-/// Caches of libraries that live as long as the process, the screen of Qt's offscreen platform, and the guard that Qt's delivery
-/// of events holds while an exception of a handler passes through it.
+/// Caches of libraries that live as long as the process, the screen of Qt's offscreen platform, and the guard that Qt's
+/// delivery of events holds while an exception of a handler passes through it.
 const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\n"

@@ -1,7 +1,7 @@
 #pragma once
 
-// What most sources include, parsed once for each target. A source includes what it uses all the same: the lint build and
-// the test of each header go without this.
+// What most sources include, parsed once for each target. A source includes what it uses all the same: the lint build
+// and the test of each header go without this.
 
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"

@@ -239,7 +239,8 @@ TEST_F(FiltersModel, TakesEveryValueAsItsConversionToACheckState)
         QVariant converted = value;
         const bool isState = converted.convert(qMetaTypeId<Qt::CheckState>());
         EXPECT_TRUE(check(manufacturer("Renesas"), value));
-        EXPECT_EQ(stateOf(manufacturer("Renesas")), isState ? converted.toInt() : 0) << value.typeName() << " " << value.toString().toStdString();
+        EXPECT_EQ(stateOf(manufacturer("Renesas")), isState ? converted.toInt() : 0)
+            << value.typeName() << " " << value.toString().toStdString();
     }
 }
 

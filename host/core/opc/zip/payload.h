@@ -51,7 +51,8 @@ public:
     /// The same in bounded memory.
     Expected<void, ErrorCode2> stream(std::string_view subject, const Disk::ByteSink& sink) const;
 
-    /// The bytes as the source of an archive; without a copy when they are stored, but for a few that are not in memory.
+    /// The bytes as the source of an archive; without a copy when they are stored, but for a few that are not in
+    /// memory.
     /// @param displayName  of the new source
     Expected<ByteSourcePtr, ErrorCode2> openNested(std::string displayName) const;
 

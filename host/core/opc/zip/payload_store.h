@@ -38,8 +38,8 @@ public:
     ///          cannot be read or there is no room for a temporary file
     Expected<PayloadPtr, ErrorCode2> take(const Disk::InputFile& file, Effort effort);
 
-    /// The caller's thread does its share of what waits to be compressed: for a caller that is about to need one payload
-    /// after the other, and would wait for each.
+    /// The caller's thread does its share of what waits to be compressed: for a caller that is about to need one
+    /// payload after the other, and would wait for each.
     void packAll() noexcept;
 
     /// No thread of the store runs when this returns.
