@@ -47,6 +47,9 @@ void PatternMatcher::setPattern(const QRegularExpression& pattern)
     if (pattern == m_pattern)
         return;
     m_pattern = pattern;
+    // Left to itself the engine takes ten million steps until it gives up, and seconds where the text is long.
+    m_boundedPattern =
+        QRegularExpression{QStringLiteral("(*LIMIT_MATCH=200000)") + pattern.pattern(), pattern.patternOptions()};
     m_isEmpty = pattern.pattern().isEmpty();
     m_isWord = isWord(pattern);
     m_isValid = m_isWord || pattern.isValid();
@@ -78,7 +81,7 @@ bool PatternMatcher::isFoundIn(const QString& text)
 bool PatternMatcher::match(const QString& text)
 {
     const auto start = std::chrono::steady_clock::now();
-    const QRegularExpressionMatch match = m_pattern.match(text);
+    const QRegularExpressionMatch match = m_boundedPattern.match(text);
     addTime(std::chrono::steady_clock::now() - start);
     if (!match.isValid())
         ++m_givenUp;

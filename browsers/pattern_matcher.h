@@ -14,7 +14,7 @@ QRegularExpression searchPattern(const QString& text);
 /// never holds the window up for long.
 ///
 /// Some patterns take a time that doubles with each letter of the text. The regular expression engine gives up a text
-/// after some millions of steps, which are some hundredths of a second: too long for each of ten thousand rows. A text
+/// after 200,000 steps, which are some thousandths of a second: too long for each of ten thousand rows. A text
 /// at which the engine gave up counts as no hit, and so does every text left in the pass once that has happened often,
 /// or once the pass has spent its time. Most patterns are plain words; these are found without the engine.
 class PatternMatcher
@@ -42,6 +42,7 @@ private:
     bool isGivenUp() const;
 
     QRegularExpression m_pattern;
+    QRegularExpression m_boundedPattern;
     QStringMatcher m_word; // what is searched for when the pattern is a plain word
     bool m_isWord = false;
     bool m_isEmpty = true;

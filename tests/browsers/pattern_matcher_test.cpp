@@ -190,3 +190,19 @@ TEST(PatternMatcher, FindsAnOrdinaryPatternHoweverMuchTheProcessorIsWantedByOthe
         other.join();
     EXPECT_EQ(found, 100'000);
 }
+
+TEST(PatternMatcherOnALongText, IsDoneWithNestedRepetitionsAtOnce)
+{
+    PatternMatcher matcher;
+    matcher.setPattern(searchPattern(QStringLiteral("(a+(a)+.(nnn.na+)+$)+.(a+)+$")));
+    const std::clock_t start = std::clock();
+    (void)matcher.isFoundIn(QString{2'000, QLatin1Char{'a'}} + QLatin1Char{'!'});
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
+}
+
+TEST(PatternMatcherOnALongText, FindsWhatStandsAtItsEnd)
+{
+    PatternMatcher matcher;
+    matcher.setPattern(searchPattern(QStringLiteral("motor.*dri(v|f)e$")));
+    EXPECT_TRUE(matcher.isFoundIn(QStringLiteral("motor ").repeated(2'000) + QStringLiteral("drive")));
+}
