@@ -27,25 +27,13 @@ EarlyEnd usageError(const std::string& sentence)
     return {ExitStatus::usage, sentence};
 }
 
-std::string exitStatus(const StatusRow& row)
-{
-    return "\n  " + std::to_string(row.status) + "  " + std::string{row.meaning};
-}
-
-std::string exitStatuses()
-{
-    std::string text = "Exit status:";
-    for (const StatusRow& row : statusTable())
-        text += exitStatus(row);
-    return text;
-}
-
-std::string exitStatuses(const CommandRow& command)
+/// Those of a command; all when there is none.
+std::string exitStatuses(const CommandRow* command = nullptr)
 {
     std::string text = "Exit status:";
     for (const StatusRow& row : statusTable()) {
-        if (std::ranges::count(command.statuses, row.status) != 0)
-            text += exitStatus(row);
+        if (command == nullptr || std::ranges::count(command->statuses, row.status) != 0)
+            text += "\n  " + std::to_string(row.status) + "  " + std::string{row.meaning};
     }
     return text;
 }
@@ -144,7 +132,7 @@ private:
         app->group("Verbs");
         app->fallthrough();
         app->set_help_flag("--help", "Print this help and exit");
-        app->footer(wrapped(command.description) + "\n\n" + exitStatuses(command));
+        app->footer(wrapped(command.description) + "\n\n" + exitStatuses(&command));
         app->callback([this, verb = command.verb] { m_line.verb = verb; });
         for (const ArgumentRow& argument : command.arguments)
             show(*app, argument);

@@ -109,6 +109,23 @@ constexpr bool isPlain(char character) noexcept
     return ' ' <= character && character <= '~';
 }
 
+/// What `displayed` makes of any bytes.
+void appendDisplayedBytes(std::string& target, std::string_view bytes)
+{
+    // nearly every name; thousands of examples are named for messages that never come
+    if (std::ranges::all_of(bytes, isPlain)) {
+        target += bytes;
+        return;
+    }
+    while (!bytes.empty()) {
+        const auto invalid = utf8::find_invalid(bytes.begin(), bytes.end());
+        const auto valid = static_cast<std::size_t>(invalid - bytes.begin());
+        appendDisplayed(target, bytes.substr(0, valid));
+        appendBytes(target, bytes.substr(valid, 1));
+        bytes.remove_prefix(std::min(valid + 1, bytes.size()));
+    }
+}
+
 constexpr bool isBlank(char8_t character) noexcept
 {
     return character == u8' ' || character == u8'\t' || character == u8'\r' || character == u8'\n';
@@ -145,17 +162,8 @@ std::string toUtf8(std::wstring_view text)
 
 std::string displayed(std::string_view text)
 {
-    // nearly every name; thousands of examples are named for messages that never come
-    if (std::ranges::all_of(text, isPlain))
-        return std::string{text};
     std::string shown;
-    while (!text.empty()) {
-        const auto invalid = utf8::find_invalid(text.begin(), text.end());
-        const auto valid = static_cast<std::size_t>(invalid - text.begin());
-        appendDisplayed(shown, text.substr(0, valid));
-        appendBytes(shown, text.substr(valid, 1));
-        text.remove_prefix(std::min(valid + 1, text.size()));
-    }
+    appendDisplayedBytes(shown, text);
     return shown;
 }
 
@@ -172,10 +180,7 @@ std::string displayedIn(std::string_view place, std::string_view text)
     std::string shown;
     shown.reserve(place.size() + 2 + text.size());
     shown.append(place).append(": ");
-    if (std::ranges::all_of(text, isPlain))
-        shown.append(text);
-    else
-        shown.append(displayed(text));
+    appendDisplayedBytes(shown, text);
     return shown;
 }
 
