@@ -8,12 +8,11 @@
 #include "models/bundle_structure_model.h"
 #include "tests/browsers/sample_barrels.h"
 #include "tests/growth/allocation_count.h"
+#include "tests/support/noise.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -126,10 +125,7 @@ TEST_F(Growth, AListingReadsEachSmallExampleFromTheDiskOnce)
 TEST_F(Growth, AListingReadsNothingOfAnExamplesFiles)
 {
     constexpr std::size_t size = std::size_t{1} << 20;
-    std::mt19937 engine;
-    std::string noise(size, '\0');
-    std::ranges::generate(noise, [&] { return static_cast<char>(engine()); });
-    const auto barrel = writeBarrel(m_folder, "barrel", {{.title = QStringLiteral("large"), .bytes = noise}});
+    const auto barrel = writeBarrel(m_folder, "barrel", {{.title = QStringLiteral("large"), .bytes = noise(size)}});
     ASSERT_GT(std::filesystem::file_size(barrel), size);
     EXPECT_LT(bytesReadByListing(barrel), size / 16);
 }

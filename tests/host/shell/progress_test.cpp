@@ -31,6 +31,13 @@ Progress::Place collectIn(std::vector<std::string>& lines, std::size_t columns =
     return {[&lines](const std::string& text) { lines.push_back(text); }, [columns] { return columns; }};
 }
 
+/// That of work of which one piece is a quarter, told at once.
+Progress quarterTold(std::vector<std::string>& lines, std::size_t columns = 80)
+{
+    return {"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines, columns),
+            std::chrono::milliseconds{0}};
+}
+
 } // namespace
 
 TEST(Progress, TellsThePercentOfWhatWasMovedAndLeavesNothingBehind)
@@ -38,8 +45,7 @@ TEST(Progress, TellsThePercentOfWhatWasMovedAndLeavesNothingBehind)
     const TemporaryFolder folder;
     std::vector<std::string> lines;
     {
-        const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines),
-                                std::chrono::milliseconds{0}};
+        const Progress progress = quarterTold(lines);
         writePieces(folder / "a", 1, pieceSize);
     }
     EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K"));
@@ -50,8 +56,7 @@ TEST(Progress, IsShorterWhereALineIsNarrow)
     const TemporaryFolder folder;
     std::vector<std::string> lines;
     for (const std::size_t columns : {23U, 22U, 13U, 12U}) {
-        const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines, columns),
-                                std::chrono::milliseconds{0}};
+        const Progress progress = quarterTold(lines, columns);
         writePieces(folder / "a", 1, pieceSize);
     }
     EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K", "\r\033[Kpacking 25 %", "\r\033[K",
@@ -62,8 +67,7 @@ TEST(Progress, MakesWayForTheLog)
 {
     const TemporaryFolder folder;
     std::vector<std::string> lines;
-    const Progress progress{"packing", 4 * pieceSize, Progress::Counted::written, collectIn(lines),
-                            std::chrono::milliseconds{0}};
+    const Progress progress = quarterTold(lines);
     writePieces(folder / "a", 1, pieceSize);
     Application::instance()->logger().diagnostic("test", "a line");
     EXPECT_THAT(lines, ElementsAre("\r\033[Kpacking 25 % of 2.1 MB", "\r\033[K"));

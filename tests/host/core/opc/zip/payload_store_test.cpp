@@ -250,6 +250,13 @@ std::vector<PayloadPtr> takeAll(PayloadStore& store, const std::vector<fs::path>
     return payloads;
 }
 
+/// The payloads are those of the files, which may have been taken several times over.
+void expectBytesOf(const std::vector<fs::path>& paths, const std::vector<PayloadPtr>& payloads)
+{
+    for (std::size_t i = 0; i < payloads.size(); ++i)
+        EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i % paths.size()])) << i;
+}
+
 } // namespace
 
 TEST(PayloadStore, GivesTheSameBytesForAnyNumberOfThreads)
@@ -287,8 +294,7 @@ TEST(PayloadStore, LetsNoThreadRunAfterItRestsOrIsGone)
         std::ranges::move(takeAll(store, paths), std::back_inserter(payloads));
     }
     EXPECT_EQ(runningThreads(), before);
-    for (std::size_t i = 0; i < payloads.size(); ++i)
-        EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i % paths.size()])) << i;
+    expectBytesOf(paths, payloads);
 }
 
 TEST(PayloadStore, PackAllLeavesNothingButWhatAThreadHasInHand)
@@ -301,8 +307,7 @@ TEST(PayloadStore, PackAllLeavesNothingButWhatAThreadHasInHand)
     store.packAll();
     const auto isWaiting = [](const PayloadPtr& payload) { return !payload->isPacked(); };
     EXPECT_LE(std::ranges::count_if(payloads, isWaiting), 1);
-    for (std::size_t i = 0; i < paths.size(); ++i)
-        EXPECT_TRUE(bytesIn(*payloads[i]) == readFile(paths[i])) << i;
+    expectBytesOf(paths, payloads);
 }
 
 TEST(PayloadStore, FilesThatThreadsCompressAreTakenInWhenTheCallReturns)
