@@ -18,12 +18,13 @@ namespace {
 
 const DumpedCells marks{{0}, {Qt::DisplayRole, Qt::DecorationRole}};
 
-// A bundle with content of which nothing can be shown has no row at all.
-void relateToMissingContent(ExampleBundle& bundle)
+constexpr const char8_t* primaryFileType =
+    u8"http://schemas.kelvaris.example/package/2025/relationships/example-bundle/primary-file";
+
+void relateToMissingPart(ExampleBundle& bundle, const char8_t* type)
 {
     (void)bundle.package()
-        .createRelationship(OpcPackagePartUri{L"/missing.txt"}, OpcTargetMode::internal,
-                            u8"http://schemas.kelvaris.example/package/2025/relationships/content-bundle/content")
+        .createRelationship(OpcPackagePartUri{L"/missing.txt"}, OpcTargetMode::internal, type)
         .value();
 }
 
@@ -68,6 +69,14 @@ TEST_F(ExampleBundleContentModelTest, ThePrimaryFileOfTheBundleHasARedMark)
     EXPECT_EQ(dump(model, {}, marks), "content | -\n  a b.txt | -\n  ü %.txt | #ff0000\n");
 }
 
+TEST_F(ExampleBundleContentModelTest, TheMarkIsASquareOf100Pixels)
+{
+    show({L"/content/a.txt"});
+    model.setPrimaryFile(QStringLiteral("content/a.txt"));
+    const auto mark = rowNamed(model, QStringLiteral("a.txt")).data(Qt::DecorationRole).value<QIcon>();
+    EXPECT_EQ(mark.availableSizes(), QList<QSize>{QSize(100, 100)});
+}
+
 TEST_F(ExampleBundleContentModelTest, OtherRolesAreThoseOfTheContent)
 {
     show({L"/content/a.txt"});
@@ -100,7 +109,8 @@ TEST_F(ExampleBundleContentModelTest, SetPrimaryFileReportsTheRowsAtTheTopOnly)
 TEST_F(ExampleBundleContentModelTest, SetPrimaryFileOnAnEmptyTreeChangesTheBundleAndEmitsNothing)
 {
     const auto bundle = exampleBundle({});
-    relateToMissingContent(*bundle);
+    // with content of which nothing can be shown there is no row at all
+    relateToMissingPart(*bundle, contentRelationship);
     (void)bundle->package()
         .createPart(OpcPackagePartUri{L"/hidden.txt"}, IO::MIMEType{FileType::text}, OpcPackageCompressionType::normal)
         .value();
@@ -156,6 +166,30 @@ TEST_F(ExampleBundleContentModelTest, AnotherBundleBringsItsOwnPrimaryFileOrNone
     show({L"/content/a.txt"});
     EXPECT_EQ(log.take(), "modelAboutToBeReset\nmodelReset\n");
     EXPECT_FALSE(model.hasPrimaryFile());
+}
+
+TEST_F(ExampleBundleContentModelTest, APrimaryFileThatIsNotThereIsNone)
+{
+    show({L"/content/a.txt"});
+    model.setPrimaryFile(QStringLiteral("content/a.txt"));
+    const auto bundle = exampleBundle({L"/content/a.txt"});
+    relateToMissingPart(*bundle, primaryFileType);
+    model.setBundle(bundle);
+    EXPECT_FALSE(model.hasPrimaryFile());
+    EXPECT_EQ(dump(model, {}, marks), "content | -\n  a.txt | -\n");
+}
+
+TEST_F(ExampleBundleContentModelTest, APrimaryFileWhoseNameIsNoTextIsNone)
+{
+    show({L"/content/a.txt"});
+    model.setPrimaryFile(QStringLiteral("content/a.txt"));
+    const auto bundle = exampleBundle({L"/content/a.txt", L"/content/b%FF.txt"});
+    bundle->setPrimaryFile(OpcPackagePartUri{L"/content/b%FF.txt"}).value();
+    const Url target = bundle->primaryFileRelationship().value().targetUri().value();
+    ASSERT_FALSE(target.toLocalFile(UrlLocalFileOptions::relativePath)) << "the relationship is there, a path is not";
+    model.setBundle(bundle);
+    EXPECT_FALSE(model.hasPrimaryFile());
+    EXPECT_EQ(dump(model, {}, marks), "content | -\n  a.txt | -\n");
 }
 
 TEST_F(ExampleBundleContentModelTest, GivesTheBundleAsASharedExample)

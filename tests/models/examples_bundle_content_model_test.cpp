@@ -25,9 +25,6 @@ using namespace Kelvaris::System::IO::OpcPackaging;
 
 namespace {
 
-constexpr const char8_t* contentType =
-    u8"http://schemas.kelvaris.example/package/2025/relationships/content-bundle/content";
-
 class ExamplesBundleContentModelTest : public testing::Test
 {
 protected:
@@ -222,6 +219,14 @@ TEST_F(ExamplesBundleContentModelTest, SetDataLeavesTheNameOfTheExampleAsItWas)
     EXPECT_EQ(model.index(0, 0, model.examplesIndex()).data().toString(), QStringLiteral("old"));
 }
 
+TEST_F(ExamplesBundleContentModelTest, ANewTitleIsThatOfThePackageOfTheExample)
+{
+    ExamplePart part = barrelOf({example("a.zip", "old")})->example(OpcPackagePartUri{L"/examples/0.zip"}).value();
+    ExamplesBundleContentModel::ExamplePropertiesItem properties{nullptr, &part};
+    EXPECT_TRUE(properties.child(0)->setData(1, QStringLiteral("new ü"), Qt::EditRole));
+    EXPECT_EQ(part.package().packageProperties().value()->title().value(), String2{u8"new ü"});
+}
+
 TEST_F(ExamplesBundleContentModelTest, SetDataElsewhereReturnsFalseAndChangesNothing)
 {
     model.setBundle(barrelOf({example("a.zip", "old", {L"/content/a.txt"})}));
@@ -326,11 +331,27 @@ TEST_F(ExamplesBundleContentModelTest, AnExampleThatIsNotThereThrowsAndLeavesThe
     EXPECT_EQ(model.rowCount(model.examplesIndex()), 1);
 }
 
+// Kept as well: the name and the files of an example that cannot be read are missing, its properties may not be.
+TEST_F(ExamplesBundleContentModelTest, PropertiesThatCannotBeReachedThrowAndLeaveTheResetOpen)
+{
+    const FilePath2 path = toPath(folder / "barrel.kvexs");
+    barrelOf({example("a.zip", "first"), example("b.zip", "second")})->writeToFile(path).value();
+    auto barrel = std::make_unique<BarrelOfExamplesBundle>(BarrelOfExamplesBundle::open(path).value());
+    ASSERT_EQ(barrel->numberExamples(), 2U) << "the relationships are read ahead of the cut";
+    std::filesystem::resize_file(folder / "barrel.kvexs", 1000);
+    ExamplePart first = barrel->example(OpcPackagePartUri{L"/examples/0.zip"}).value();
+    ASSERT_FALSE(first.package().packageProperties());
+    SignalLog log{model};
+    EXPECT_THROW(model.setBundle(std::move(barrel)), bad_expected_access<ErrorCode2>);
+    EXPECT_EQ(log.take(), "modelAboutToBeReset\n");
+    EXPECT_EQ(model.rowCount(model.examplesIndex()), 0);
+}
+
 TEST_F(ExamplesBundleContentModelTest, ContentThatIsNotThereThrows)
 {
     const auto bundle = exampleBundle({L"/content/a.txt"});
     (void)bundle->package()
-        .createRelationship(OpcPackagePartUri{L"/content/missing.txt"}, OpcTargetMode::internal, contentType)
+        .createRelationship(OpcPackagePartUri{L"/content/missing.txt"}, OpcTargetMode::internal, contentRelationship)
         .value();
     const FilePath2 path = toPath(folder / "dangling.zip");
     bundle->writeToFile(path).value();

@@ -17,6 +17,9 @@
 
 Kelvaris::System::FilePath2 toPath(const std::filesystem::path& path);
 
+inline constexpr const char8_t* contentRelationship =
+    u8"http://schemas.kelvaris.example/package/2025/relationships/content-bundle/content";
+
 Kelvaris::System::String2 utf8(const QString& text);
 
 /// The message of an error, for what a test prints.
