@@ -313,6 +313,19 @@ TEST_F(ContentBundleContentModelTest, AddFileGivesTheNewPart)
     EXPECT_EQ(part->uri().value().toString().value(), String2{u8"/content/a.va"});
 }
 
+TEST_F(ContentBundleContentModelTest, AddFileTakesTheMediaTypeFromTheNameAndCompressesTheBytes)
+{
+    show({});
+    for (const char* const name : {"page.html", "d.kvsch"})
+        ASSERT_TRUE(model.addFile(toPath(folder.write(name, std::string(1000, 'x'))), row("content")));
+    const InspectedEntry page = savedEntry(*model.bundle(), folder, "/content/page.html");
+    EXPECT_EQ(page.mediaType, "text/html");
+    EXPECT_TRUE(page.isCompressed);
+    const InspectedEntry schematic = savedEntry(*model.bundle(), folder, "/content/d.kvsch");
+    EXPECT_EQ(schematic.mediaType, "application/vnd.kelvaris.schematic");
+    EXPECT_TRUE(schematic.isCompressed);
+}
+
 TEST_F(ContentBundleContentModelTest, AddFileBelowTheInvalidIndexStoresItAtTheRoot)
 {
     show({});

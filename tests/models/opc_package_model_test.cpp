@@ -369,6 +369,35 @@ TEST_F(OpcPackageModelTest, AddFileBelowANewDirectoryBringsItIntoThePackage)
     EXPECT_TRUE(holds(L"/new%201/a.txt"));
 }
 
+TEST_F(OpcPackageModelTest, AddFileStoresThePartUnderTheMediaTypeAndWithTheCompressionThatItIsGiven)
+{
+    const auto bundle = contentBundle({});
+    model.setPackage(&bundle->package());
+    const FilePath2 source = toPath(folder.write("a.txt", std::string(1000, 'a')));
+    const FilePath2 twin = toPath(folder.write("b.txt", std::string(1000, 'b')));
+    EXPECT_TRUE(model.addFile(source, model.partsIndex(), MIMEType{FileType::html}, {}, relationshipType,
+                              OpcPackageCompressionType::normal));
+    EXPECT_TRUE(model.addFile(twin, model.partsIndex(), MIMEType{FileType::csv}, {}, relationshipType,
+                              OpcPackageCompressionType::none));
+    const InspectedEntry deflated = savedEntry(*bundle, folder, "/a.txt");
+    EXPECT_EQ(deflated.mediaType, "text/html");
+    EXPECT_TRUE(deflated.isCompressed);
+    const InspectedEntry stored = savedEntry(*bundle, folder, "/b.txt");
+    EXPECT_EQ(stored.mediaType, "text/csv");
+    EXPECT_FALSE(stored.isCompressed);
+}
+
+// Kept: a name that is no Unicode has no text in UTF-8, and an empty one adds nothing to a path.
+TEST_F(OpcPackageModelTest, AddFileBelowADirectoryWhoseNameIsNoUnicodeStoresItAtThePathOfTheDirectoryAboveIt)
+{
+    show({"/sub/b.txt"});
+    const QString half{QChar{0xD800}};
+    ASSERT_TRUE(model.addDirectory(half, row("sub")));
+    EXPECT_TRUE(add(file("g.txt"), rowNamed(model, half)));
+    EXPECT_TRUE(holds(L"/sub/g.txt"));
+    EXPECT_EQ(row("g.txt").parent(), rowNamed(model, half));
+}
+
 // Kept: the row announced is counted behind the directories, the row itself stands ahead of them.
 TEST_F(OpcPackageModelTest, AddFileAnnouncesARowAtTheEndAndAddsItAheadOfTheDirectories)
 {
@@ -413,6 +442,19 @@ TEST_F(OpcPackageModelTest, AddFileThatCannotBeReadLeavesItsPartInThePackageWith
     EXPECT_EQ(log.take(), "rowsAboutToBeInserted Parts 1-1\nrowsInserted Parts 1-1\n");
     EXPECT_EQ(dump(model), "Parts\n  sub\n    b.txt\nRelationships\n");
     EXPECT_TRUE(holds(L"/missing.txt"));
+}
+
+// Kept, as above.
+TEST_F(OpcPackageModelTest, AddFileThatCannotBeRelatedLeavesItsPartInThePackageWithoutARow)
+{
+    show({"/sub/b.txt"});
+    SignalLog log{model};
+    EXPECT_TRUE(model.addFile(file("a.txt"), model.partsIndex(), MIMEType{FileType::text}, model.partsIndex(), {},
+                              OpcPackageCompressionType::normal));
+    EXPECT_EQ(log.take(), "rowsAboutToBeInserted Parts 1-1\nrowsInserted Parts 1-1\n");
+    EXPECT_EQ(dump(model), "Parts\n  sub\n    b.txt\nRelationships\n");
+    EXPECT_TRUE(holds(L"/a.txt"));
+    EXPECT_TRUE(PackageInspection{*package}.relationships("/").value().empty());
 }
 
 TEST_F(OpcPackageModelTest, AddFileBelowAPartIsRefusedAndSilent)

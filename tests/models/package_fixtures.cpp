@@ -54,6 +54,19 @@ std::shared_ptr<ExampleBundle> exampleBundle(const PartNames& names)
     return bundle;
 }
 
+InspectedEntry savedEntry(ContentBundle& bundle, const TemporaryFolder& folder, std::string_view partName)
+{
+    const FilePath2 path = toPath(folder / "saved.zip");
+    bundle.writeToFile(path).value();
+    const auto entries = PackageInspection::open(path)->entries();
+    for (const InspectedEntry& entry : *entries) {
+        if (entry.partName == partName)
+            return entry;
+    }
+    ADD_FAILURE() << "no part " << partName << " was saved";
+    return {};
+}
+
 FilePath2 writeExample(const TemporaryFolder& folder, const char* fileName, const QString& title,
                        const PartNames& names)
 {

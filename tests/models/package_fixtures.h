@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/package_inspection.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/file_path2.h"
 #include "kelvaris/system/io/bundle/barrel_of_examples_bundle.h"
@@ -13,12 +14,13 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <string_view>
 #include <vector>
-
-Kelvaris::System::FilePath2 toPath(const std::filesystem::path& path);
 
 inline constexpr const char8_t* contentRelationship =
     u8"http://schemas.kelvaris.example/package/2025/relationships/content-bundle/content";
+
+Kelvaris::System::FilePath2 toPath(const std::filesystem::path& path);
 
 Kelvaris::System::String2 utf8(const QString& text);
 
@@ -33,6 +35,10 @@ void addContent(Kelvaris::System::IO::Bundle::ContentBundle& bundle, const PartN
 
 std::shared_ptr<Kelvaris::System::IO::Bundle::ContentBundle> contentBundle(const PartNames& names);
 std::shared_ptr<Kelvaris::System::IO::Bundle::ExampleBundle> exampleBundle(const PartNames& names);
+
+/// Saves the bundle into the folder and gives what the file holds of a part; fails the test when that is nothing.
+Kelvaris::System::IO::OpcPackaging::InspectedEntry savedEntry(Kelvaris::System::IO::Bundle::ContentBundle& bundle,
+                                                              const TemporaryFolder& folder, std::string_view partName);
 
 /// Writes an example bundle with that title and content.
 Kelvaris::System::FilePath2 writeExample(const TemporaryFolder& folder, const char* fileName, const QString& title,
