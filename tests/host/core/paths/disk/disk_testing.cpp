@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace Kelvaris::System;
 namespace fs = std::filesystem;
@@ -63,22 +62,6 @@ std::vector<std::string> listing(const fs::path& directory)
     }
     std::sort(names.begin(), names.end());
     return names;
-}
-
-EnvironmentVariable::EnvironmentVariable(std::string name, const std::string& value) : m_name{std::move(name)}
-{
-    const char* before = std::getenv(m_name.c_str());
-    m_wasSet = before != nullptr;
-    m_before = m_wasSet ? before : "";
-    setenv(m_name.c_str(), value.c_str(), 1);
-}
-
-EnvironmentVariable::~EnvironmentVariable()
-{
-    if (m_wasSet)
-        setenv(m_name.c_str(), m_before.c_str(), 1);
-    else
-        unsetenv(m_name.c_str());
 }
 
 int inChild(const std::function<int()>& body)

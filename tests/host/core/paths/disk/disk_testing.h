@@ -5,6 +5,7 @@
 #include "kelvaris/system/expected.h"
 #include "kelvaris/system/file_path2.h"
 #include "kelvaris/system/io/opc_packaging/opc_error.h"
+#include "tests/support/environment_variable.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -34,22 +35,6 @@ std::string outcome(const Kelvaris::System::Expected<T, Kelvaris::System::ErrorC
 {
     return result ? "no error" : messageOf(result.error());
 }
-
-/// Sets an environment variable as long as it lives.
-class EnvironmentVariable
-{
-public:
-    EnvironmentVariable(std::string name, const std::string& value);
-    ~EnvironmentVariable();
-
-    EnvironmentVariable(const EnvironmentVariable&) = delete;
-    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-
-private:
-    std::string m_name;
-    std::string m_before;
-    bool m_wasSet;
-};
 
 /// Runs `body` in a process of its own, so that limits and kills stay there.
 /// @return  what `body` returned, 0 to 255, or -1 when a signal ended it
