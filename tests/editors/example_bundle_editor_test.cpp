@@ -3,6 +3,7 @@
 #include "tests/editors/window_fixture.h"
 #include "tests/support/model_dump.h"
 
+#include <QtCore/QAbstractProxyModel>
 #include <QtTest/QTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
@@ -57,6 +58,20 @@ protected:
     {
         chooseFromContextMenu(*content, row(below), QStringLiteral("Add File"),
                               [&](ModalDriver& driver) { answerFile(driver, path); });
+    }
+
+    /// Takes a file that is gone before the bundle reads it: the bundle refuses it, and its row is there all the same.
+    void addLostFile(const char* name)
+    {
+        const auto path = folder.write(name, "soon gone");
+        chooseFromContextMenu(
+            *content, row(QStringLiteral("content")), QStringLiteral("Add File"), [path](ModalDriver& driver) {
+                driver.when<QFileDialog>([path](QFileDialog& dialog) {
+                    QObject::connect(&dialog, &QDialog::accepted, [path] { std::filesystem::remove(path); });
+                    chooseFile(dialog, textOf(path));
+                });
+            });
+        EXPECT_FALSE(std::filesystem::exists(path));
     }
 
     void setPrimary(const QString& name) { chooseFromContextMenu(*content, row(name), QStringLiteral("Set Primary")); }
@@ -121,6 +136,58 @@ TEST_F(ExampleBundleEditorTest, AnExistingBundleWithoutAPrimaryFileAsksForOneAga
     EXPECT_FALSE(saveButton(*editor)->isEnabled());
 }
 
+TEST_F(ExampleBundleEditorTest, APrimaryFileThatCannotBeReadIsNoneAndTheUserChoosesAnew)
+{
+    const std::filesystem::path packages = HOLLERWICK_BROKEN_PACKAGES;
+    for (const char* cause : {"external", "dangling", "twice", "above"}) {
+        open(packages / ("example-primary-file-" + std::string{cause} + ".zip"));
+        EXPECT_EQ(requirementColours(), "#00ff00\n#ff0000\n") << cause;
+        EXPECT_FALSE(saveButton(*editor)->isEnabled()) << cause;
+        setPrimary(QStringLiteral("a.txt"));
+        EXPECT_EQ(requirementColours(), "#00ff00\n#00ff00\n") << cause;
+        EXPECT_TRUE(saveButton(*editor)->isEnabled()) << cause;
+        closeEditor();
+    }
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ExampleBundleEditorTest, APrimaryFileThatTheBundleRefusesMeetsTheRequirementAllTheSame)
+{
+    open(writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}));
+    addLostFile("lost.kvsch");
+    setPrimary(QStringLiteral("lost.kvsch"));
+    EXPECT_EQ(dump(*content->model(), {}, {{0}, {Qt::DisplayRole, Qt::DecorationRole}}),
+              "content | -\n  a.kvsch | -\n  lost.kvsch | #ff0000\n");
+    EXPECT_EQ(requirementColours(), "#00ff00\n#00ff00\n");
+    EXPECT_TRUE(log.lines().empty());
+    const auto path = folder / "saved.kvbdl.zip";
+    saveAs(*editor, path);
+    closeEditor();
+
+    open(path);
+    EXPECT_EQ(dump(*content->model()), "content\n  a.kvsch\n");
+    EXPECT_EQ(requirementColours(), "#00ff00\n#ff0000\n");
+}
+
+TEST_F(ExampleBundleEditorTest, OnlyABundleWithoutAPrimaryFileTakesTheRequirementBack)
+{
+    open(writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}, "a.kvsch"));
+    addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
+    addFile(QStringLiteral("sub"), folder.write("b.kvsch", "b"));
+    addLostFile("lost.kvsch");
+    setPrimary(QStringLiteral("lost.kvsch"));
+    typeProperty(title, QStringLiteral("changed"));
+    (void)failToSaveAs(*editor, folder / "missing directory/x.kvbdl.zip");
+    saveAs(*editor, folder / "saved.kvbdl.zip");
+    EXPECT_EQ(requirementColours(), "#00ff00\n#00ff00\n");
+    const auto other = writeExample(folder, "y.kvbdl.zip", {"c.kvsch"}, "c.kvsch");
+    editor->setBundle(std::make_unique<ExampleBundle>(ExampleBundle::open(pathOf(other)).value()));
+    EXPECT_EQ(requirementColours(), "#00ff00\n#00ff00\n");
+    editor->setBundle(std::make_unique<ExampleBundle>(ExampleBundle::create().value()));
+    EXPECT_EQ(requirementColours(), "#ff0000\n#ff0000\n");
+    EXPECT_FALSE(saveButton(*editor)->isEnabled());
+}
+
 TEST_F(ExampleBundleEditorTest, SetPrimaryOnAnotherPartMovesTheMarkAndTheRequirementStaysMet)
 {
     open(writeExample(folder, "x.kvbdl.zip", {"a.kvsch", "b.kvsch"}, "a.kvsch"));
@@ -182,6 +249,33 @@ TEST_F(ExampleBundleEditorTest, AddFileOnAPartIsOfferedAndDoesNothing)
                           [&](ModalDriver& driver) { answerFile(driver, folder.write("b.kvsch", "b")); });
     EXPECT_EQ(dump(*content->model()), before);
     EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ExampleBundleEditorTest, AFileThatCannotBeReadShowsItsRowLeavesTheSquareRedAndSaysNothing)
+{
+    open();
+    addLostFile("lost.kvsch");
+    EXPECT_EQ(dump(*content->model()), "content\n  lost.kvsch\n");
+    EXPECT_EQ(requirementColours(), "#ff0000\n#ff0000\n");
+    EXPECT_FALSE(saveButton(*editor)->isEnabled());
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ExampleBundleEditorTest, ADirectoryThatExistsIsNotAddedAgainAndNothingIsShown)
+{
+    open();
+    addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
+    addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
+    const auto& proxy = *dynamic_cast<QAbstractProxyModel*>(content->model());
+    EXPECT_EQ(dump(*proxy.sourceModel()), "content\n  sub\n");
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ExampleBundleEditorTest, TheDialogForAFileAsksForFilesOfTheSystem)
+{
+    open();
+    chooseFromContextMenu(*content, row(QStringLiteral("content")), QStringLiteral("Add File"),
+                          [this](ModalDriver& driver) { cancelDialogForFileToAdd(driver, *editor); });
 }
 
 TEST_F(ExampleBundleEditorTest, CancellingTheDialogForADirectoryChangesNothing)

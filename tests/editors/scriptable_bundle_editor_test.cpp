@@ -2,10 +2,14 @@
 
 #include "kelvaris/system/qt/path_bridge.h"
 #include "tests/editors/window_fixture.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/model_dump.h"
 
 #include <QtTest/QTest>
+#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QTextEdit>
+
+#include <gmock/gmock.h>
 
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO;
@@ -16,6 +20,15 @@ namespace {
 std::wstring wide(const std::filesystem::path& path)
 {
     return textOf(path).toStdWString();
+}
+
+/// More bytes than a bundle keeps in memory, so that it needs room for temporary files.
+QString largeScript()
+{
+    QString text;
+    while (text.size() < 1'500'000)
+        text += QString{1000, QChar{0x20AC}} + QLatin1Char{'\n'}; // three bytes in UTF-8
+    return text;
 }
 
 class ScriptableBundleEditorTest : public WindowFixture
@@ -162,6 +175,29 @@ TEST_F(ScriptableBundleEditorTest, AddFileOnAPartIsOfferedAndRefusedInSilence)
     EXPECT_TRUE(log.lines().empty());
 }
 
+TEST_F(ScriptableBundleEditorTest, ADirectoryThatExistsIsNotAddedAgainAndNothingIsShown)
+{
+    open();
+    const auto parts = rowNamed(*tree->model(), QStringLiteral("Parts"));
+    std::string once;
+    for (const char* name : {"plans", "plans", "PLANS"}) {
+        chooseFromContextMenu(*tree, parts, QStringLiteral("Add Directory"),
+                              [name](ModalDriver& driver) { answerDirectoryName(driver, QString::fromUtf8(name)); });
+        if (once.empty())
+            once = dump(*tree->model());
+        EXPECT_EQ(dump(*tree->model()), once) << name;
+    }
+    EXPECT_NE(once.find("plans\n"), std::string::npos) << once;
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ScriptableBundleEditorTest, TheDialogForAFileAsksForFilesOfTheSystem)
+{
+    open();
+    chooseFromContextMenu(*tree, rowNamed(*tree->model(), QStringLiteral("Parts")), QStringLiteral("Add File"),
+                          [this](ModalDriver& driver) { cancelDialogForFileToAdd(driver, *editor); });
+}
+
 TEST_F(ScriptableBundleEditorTest, CancellingAnyDialogChangesNothing)
 {
     open();
@@ -185,6 +221,42 @@ TEST_F(ScriptableBundleEditorTest, AFileThatCannotBeWrittenIsToldAndTheUserCanTr
     const auto path = folder / "x.kvsbd.zip";
     saveAs(*editor, path);
     EXPECT_EQ(scriptIn(path), "run(2);");
+}
+
+TEST_F(ScriptableBundleEditorTest, AScriptThatCannotBeSetIsToldAndTheRestIsSavedAllTheSame)
+{
+    open(writeScriptable(u8"old();"));
+    script->setPlainText(largeScript());
+    const auto path = folder / "new.kvsbd.zip";
+    {
+        const EnvironmentVariable noRoom{"TMPDIR", (folder / "no room").string()};
+        const auto [title, text] = failToSaveAs(*editor, path);
+        EXPECT_EQ(title, QStringLiteral("Save bundle failed"));
+        EXPECT_TRUE(text.contains(QStringLiteral("no room"))) << qPrintable(text);
+    }
+    EXPECT_EQ(scriptIn(path), "old();");
+    saveAs(*editor, path);
+    EXPECT_EQ(scriptIn(path), largeScript().toStdString());
+    EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ScriptableBundleEditorTest, AScriptThatCannotBeSetAndAFileThatCannotBeWrittenAreTwoWarningsInARow)
+{
+    open();
+    script->setPlainText(largeScript());
+    const EnvironmentVariable noRoom{"TMPDIR", (folder / "no room").string()};
+    std::vector<std::string> told;
+    ModalDriver driver;
+    answerFile(driver, folder / "missing/x.kvsbd.zip");
+    for (int box = 0; box < 2; ++box) {
+        driver.when<QMessageBox>([&](QMessageBox& warning) {
+            told.push_back(warning.text().toStdString());
+            clickButton(warning, QStringLiteral("OK"));
+        });
+    }
+    QTest::mouseClick(saveButton(*editor), Qt::LeftButton);
+    EXPECT_THAT(told, testing::ElementsAre(testing::HasSubstr("no room"), testing::HasSubstr("missing/x.kvsbd.zip")));
+    EXPECT_TRUE(editor->isVisible());
 }
 
 TEST_F(ScriptableBundleEditorTest, AFileThatCannotBeOpenedFailsTheCallAndShowsNoWindow)

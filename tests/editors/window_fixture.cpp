@@ -90,6 +90,19 @@ void cancelDialog(ModalDriver& driver)
     driver.when<QDialog>([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
 }
 
+void cancelDialogForFileToAdd(ModalDriver& driver, const QWidget& window)
+{
+    driver.when<QFileDialog>([&window](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Add File"));
+        EXPECT_EQ(dialog.nameFilters(),
+                  QStringList{QStringLiteral("Kelvaris Files (*.kvsch *.kvscr *.testplan *.va)")});
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        EXPECT_EQ(dialog.parentWidget(), &window);
+        dialog.reject();
+    });
+}
+
 void saveAs(QWidget& window, const std::filesystem::path& path)
 {
     ModalDriver driver;

@@ -65,6 +65,9 @@ void answerFile(ModalDriver& driver, const std::filesystem::path& path);
 void answerDirectoryName(ModalDriver& driver, const QString& name);
 void cancelDialog(ModalDriver& driver);
 
+/// Cancels the dialog of "Add File", after a look at what it asks for and whose it is.
+void cancelDialogForFileToAdd(ModalDriver& driver, const QWidget& window);
+
 /// Clicks Save and gives the file dialog `path`.
 void saveAs(QWidget& window, const std::filesystem::path& path);
 
