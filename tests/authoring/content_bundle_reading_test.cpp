@@ -45,6 +45,15 @@ protected:
         return Authoring::contentBundleTargets(type, Authoring::toFilePath2(from));
     }
 
+    std::vector<std::string> contentOf(const fs::path& from) const
+    {
+        std::vector<std::string> paths;
+        const std::vector<FilePath2> found = targets(contentType, from).value();
+        for (const FilePath2& path : found)
+            paths.push_back(Authoring::toStdPath(path).string());
+        return paths;
+    }
+
     TemporaryFolder folder;
     fs::path bundle = folder / "example.kvbdl.zip";
     String2 contentType = utf16ToUtf8(BundleTexts::contentRelationshipType).value();
@@ -76,11 +85,14 @@ TEST_F(ContentBundleReading, UnpackAnswersTheErrorOfUnpacking)
 
 TEST_F(ContentBundleReading, TargetsAreLocalPathsInTheOrderOfTheRelationships)
 {
-    std::vector<std::string> paths;
-    const std::vector<FilePath2> found = targets(contentType, bundle).value();
-    for (const FilePath2& path : found)
-        paths.push_back(Authoring::toStdPath(path).string());
-    EXPECT_THAT(paths, ElementsAre("content/top 100%.kvsch", "content/models/ä.va"));
+    EXPECT_THAT(contentOf(bundle), ElementsAre("content/top 100%.kvsch", "content/models/ä.va"));
+}
+
+// Text that has no scheme and does not begin with "/" is a path as it stands, also where it comes from outside.
+TEST_F(ContentBundleReading, ATargetOutsideIsDecodedWhenItIsAUrlAndKeptWhenItIsARelativePath)
+{
+    EXPECT_THAT(contentOf(fs::path{HOLLERWICK_BROKEN_PACKAGES} / "example-content-on-disk.zip"),
+                ElementsAre("content/a.txt", "/tmp/a b.txt", "a%20b.txt"));
 }
 
 TEST_F(ContentBundleReading, ATypeWithoutRelationshipsHasNoTargets)

@@ -174,6 +174,13 @@ TEST_F(FindExampleBundles, ABundleWithoutATitleGivesOneDebugLineAndNoEntry)
     EXPECT_THAT(debugLines(), ElementsAre("error bundle has no title: " + untitled.string()));
 }
 
+TEST_F(FindExampleBundles, ATitleThatIsThereAndEmptyIsATitle)
+{
+    fs::copy_file(fs::path{HOLLERWICK_BROKEN_PACKAGES} / "example-title-empty.zip", folder / "found/a.kvbdl.zip");
+    EXPECT_THAT(titles(), ElementsAre(""));
+    EXPECT_THAT(debugLines(), IsEmpty());
+}
+
 TEST_F(FindExampleBundles, AFileThatCannotBeOpenedAsAnExampleGivesNoEntryAndNoLine)
 {
     folder.write("found/no package.kvbdl.zip", "x");

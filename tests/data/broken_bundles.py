@@ -29,10 +29,16 @@ def example(*more_relationships, more=(), **changes):
     return bundle("example", PROPERTIES, CONTENT, PRIMARY, *more_relationships, more=more, **changes)
 
 
-def barrel(*examples, method=0, target="/examples/{}.kvbdl.zip", kind="barrel-of-examples", media_type=TYPE_EXAMPLE, mode=""):
-    """A barrel; every one of `examples` is the bytes of one part."""
+def in_pieces(entry):
+    half = len(entry.data) // 2
+    return [Entry(entry.name + suffix, data, method=entry.method) for suffix, data in ((b"/[0].piece", entry.data[:half]), (b"/[1].last.piece", entry.data[half:]))]
+
+
+def barrel(*examples, method=0, target="/examples/{}.kvbdl.zip", kind="barrel-of-examples", media_type=TYPE_EXAMPLE, mode="", items=lambda part: [part]):
+    """A barrel; every one of `examples` is the bytes of one part, which lies in the archive as `items` of it."""
+    parts = (Entry(f"examples/{n}.kvbdl.zip", data, method=method) for n, data in enumerate(examples))
     return bundle(kind, PROPERTIES, *(rel(target.format(n), f"e{n}", LAYOUT + "barrel-of-examples/example", mode) for n in range(len(examples))),
-                  a=None, defaults=[("zip", media_type)], more=[Entry(f"examples/{n}.kvbdl.zip", data, method=method) for n, data in enumerate(examples)])
+                  a=None, defaults=[("zip", media_type)], more=[item for part in parts for item in items(part)])
 
 
 def kinds():
@@ -92,9 +98,11 @@ def examples():
     titled = dict(overrides=[("/core.xml", "application/vnd.openxmlformats-package.core-properties+xml")])
     metadata = rel("/core.xml", "m", NS_REL + "/metadata/core-properties")
     for name, title in (("markup", "&lt;img src='file:///etc/passwd'>&lt;b>bold"), ("long", "x" * 10000), ("right-to-left", "\u202e\u05d0\u0301" * 50), ("combining", "e" + "\u0301" * 500),
-                        ("lines", "a&#10;b&#13;c&#9;d")):
+                        ("lines", "a&#10;b&#13;c&#9;d"), ("empty", "")):
         one(f"title-{name}", f"a title to trouble a window: {name}", example(metadata, more=[Entry("core.xml", core.format(title))], **titled), 3)
     one("content-external", "a content file outside", example(rel("http://x.example/a", "x", REL_CONTENT, EXTERNAL)), 2, unpack="22")
+    one("content-on-disk", "content files on the disk, by a URL and by a relative path",
+        example(rel("file:///tmp/a%20b.txt", "x", REL_CONTENT, EXTERNAL), rel("a%20b.txt", "y", REL_CONTENT, EXTERNAL)), 2, unpack="22")
     one("content-is-properties", "content that is the properties of the bundle", example(rel("/bundle.xml", "x")), 2, unpack=2)
 
 
@@ -107,6 +115,8 @@ def barrels():
     one("sound", "a barrel of two examples", barrel(sound, sound), 3)
     one("empty", "a barrel without examples", barrel(), 1)
     one("compressed", "examples that are compressed", barrel(sound, method=8), 2)
+    one("in-pieces", "examples in pieces (M2.18)", barrel(sound, sound, items=in_pieces), 3)
+    one("in-pieces-compressed", "examples in pieces that are compressed (M2.18)", barrel(sound, method=8, items=in_pieces), 2)
     one("no-archive", "an example that is no ZIP file", barrel(b"no archive at all", sound), 3)
     one("empty-example", "an example without bytes", barrel(b""), 2)
     one("cut-example", "an example that is cut in the middle", barrel(sound[:len(sound) // 2], sound[:-3]), 3)
