@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <ranges>
+
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO;
 using namespace Kelvaris::System::IO::Bundle;
@@ -38,6 +41,27 @@ std::string titleOf(const ExamplePart& part)
     return toStdString(part.bundle().value().title().value());
 }
 
+std::string bytesOf(const ExamplePart& part)
+{
+    const ByteArray2 bytes = part.content().value();
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.length()};
+}
+
+/// The same barrel with its examples in pieces: the first one ahead of all other entries, the last one behind them.
+void writeInPieces(const std::filesystem::path& barrel, const std::filesystem::path& path)
+{
+    const auto entries = readEntries(barrel);
+    const auto isExample = [](const auto& entry) { return entry.first.starts_with("examples/"); };
+    PackageFile pieces;
+    for (const auto& [name, bytes] : entries | std::views::filter(isExample))
+        pieces.add(name + "/[0].piece", std::string_view{bytes}.substr(0, bytes.size() / 2));
+    for (const auto& [name, bytes] : entries | std::views::filter(std::not_fn(isExample)))
+        pieces.add(name, bytes);
+    for (const auto& [name, bytes] : entries | std::views::filter(isExample))
+        pieces.add(name + "/[1].last.piece", std::string_view{bytes}.substr(bytes.size() / 2));
+    pieces.write(path);
+}
+
 } // namespace
 
 TEST_F(BarrelOfExamplesBundleTest, ANewOneHasNoExamples)
@@ -64,10 +88,32 @@ TEST_F(BarrelOfExamplesBundleTest, AnExampleIsStoredByteForByte)
 {
     const auto example = writeExample(m_folder, "a.kvbdl.zip", "A");
     ASSERT_TRUE(add(example, L"examples\\a.kvbdl.zip"));
-    const ByteArray2 bytes = reopened().example(OpcPackagePartUri{L"/examples/a.kvbdl.zip"}).value().content().value();
-    const std::string text{reinterpret_cast<const char*>(bytes.data()), bytes.length()};
+    const std::string text = bytesOf(reopened().example(OpcPackagePartUri{L"/examples/a.kvbdl.zip"}).value());
     EXPECT_EQ(text, readFile(example));
     EXPECT_THAT(readFile(m_folder / "b.kvexs"), HasSubstr(text)) << "it must not be compressed";
+}
+
+TEST_F(BarrelOfExamplesBundleTest, AnExampleInPiecesIsReadUnpackedAndSavedLikeAWholeOne)
+{
+    const auto example = writeExample(m_folder, "a.kvbdl.zip", "In pieces");
+    ASSERT_TRUE(add(example, L"examples\\a.kvbdl.zip"));
+    ASSERT_TRUE(add(writeExample(m_folder, "b.kvbdl.zip", "As well"), L"examples\\b.kvbdl.zip"));
+    ASSERT_TRUE(m_barrel.writeToFile(toFilePath2(m_folder / "whole.kvexs")));
+    writeInPieces(m_folder / "whole.kvexs", m_folder / "pieces.kvexs");
+    expectVerified(m_folder / "pieces.kvexs");
+    const auto expectExamples = [&](const BarrelOfExamplesBundle& barrel, const char* directory) {
+        EXPECT_EQ(barrel.numberExamples(), 2U);
+        const ExamplePart part = barrel.example(OpcPackagePartUri{L"/examples/a.kvbdl.zip"}).value();
+        EXPECT_EQ(titleOf(part), "In pieces");
+        EXPECT_EQ(bytesOf(part), readFile(example));
+        EXPECT_EQ(toStdString(part.package().packageProperties().value()->title().value()), "In pieces");
+        EXPECT_TRUE(part.bundle().value().unpack(toFilePath2(m_folder / directory)));
+        EXPECT_THAT(filesBelow(m_folder / directory), ElementsAre("content/amp.kvsch", "content/sub/amp.txt"));
+        EXPECT_EQ(titleOf(barrel.example(OpcPackagePartUri{L"/examples/b.kvbdl.zip"}).value()), "As well");
+    };
+    m_barrel = BarrelOfExamplesBundle::open(toFilePath2(m_folder / "pieces.kvexs")).value();
+    expectExamples(m_barrel, "from pieces");
+    expectExamples(reopened(), "from a copy");
 }
 
 TEST_F(BarrelOfExamplesBundleTest, AnExampleCanBeOpenedBeforeTheBarrelIsSaved)
