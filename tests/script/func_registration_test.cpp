@@ -178,6 +178,18 @@ TEST(FuncRegistration, EachHandlerHasItsOwnNameAndDeclaration)
     EXPECT_EQ(registry.find("_two")->arguments[1], argTypeStringArray);
 }
 
+TEST(FuncRegistration, ANameThatIsTakenThrowsAndStaysWithTheFunctionThatHasIt)
+{
+    const FuncRegistration holder{"_taken", {argTypeStringArray}, 0, 1, [](FuncCallFrame) { return FUNC_OK; }};
+    const auto late = [](FuncCallFrame) { return FUNC_FAILED; };
+    EXPECT_THROW((FuncRegistration{"_taken", {argTypeStringArray, argTypeStringArray}, 0, 2, late}),
+                 std::invalid_argument);
+    const RegisteredFunction* const function = FunctionRegistry::instance().find("_taken");
+    ASSERT_NE(function, nullptr);
+    EXPECT_EQ(callFunction(*function, {}).status, FUNC_OK);
+    EXPECT_EQ(function->maximum, 1);
+}
+
 TEST(FuncRegistration, TheFunctionGoesWithTheObject)
 {
     {
