@@ -95,6 +95,16 @@ TEST_F(ContentBundleFunctions, TargetsOfABundleThatCannotBeOpenedAreNoneAndTheLo
     EXPECT_THAT(log.lines(), ElementsAre(HasSubstr("missing.zip")));
 }
 
+TEST_F(ContentBundleFunctions, TargetsOfRelationshipsThatCannotBeReadAreNoneAndTheLogSaysWhy)
+{
+    const CallResult result =
+        call("_content_bundle_targets", {{contentType}, {TEST_DATA "/relationships_not_xml.zip"}});
+    EXPECT_EQ(result.status, FUNC_OK);
+    EXPECT_THAT(result.results, IsEmpty());
+    EXPECT_THAT(log.lines(),
+                ElementsAre(AllOf(StartsWith("error "), HasSubstr("relationships_not_xml.zip: /_rels/.rels"))));
+}
+
 TEST_F(ContentBundleFunctions, OneTargetThatIsNoLocalFileFailsTheCall)
 {
     const CallResult result = call("_content_bundle_targets", {{contentType}, {TEST_DATA "/target_on_the_web.zip"}});

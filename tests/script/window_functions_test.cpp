@@ -1,3 +1,4 @@
+#include "kelvaris/system/io/opc_packaging/opc_package.h"
 #include "tests/script/loaded_module.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
@@ -81,6 +82,10 @@ protected:
     LogCapture log;
 };
 
+class NewBundleFunction : public WindowFunctions, public testing::WithParamInterface<const char*>
+{
+};
+
 class OpeningFunction : public WindowFunctions, public testing::WithParamInterface<const char*>
 {
 };
@@ -126,6 +131,18 @@ TEST_F(WindowFunctions, AFileThatIsNoScriptableBundleFailsTheCallAndShowsNoWindo
     EXPECT_THAT(log.lines(), ElementsAre(failure("_proto_scriptable_bundle_editor", "bad expected access")));
 }
 
+TEST_P(NewBundleFunction, OpensOnANewBundleWhenThereIsMoreThanOneText)
+{
+    EXPECT_EQ(call(GetParam(), {{broken, broken}}).status, FUNC_OK);
+    EXPECT_EQ(windows().size(), 1U);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Editing, NewBundleFunction,
+                         testing::Values("_create_example_bundle_editor", "_create_examples_bundle_editor",
+                                         "_proto_scriptable_bundle_editor"),
+                         [](const auto& parameter) { return std::string{parameter.param}.substr(1); });
+
 TEST_F(WindowFunctions, TheBundleViewerShowsAPackage)
 {
     EXPECT_EQ(call("_bundle_viewer", {{example}}).status, FUNC_OK);
@@ -137,6 +154,19 @@ TEST_F(WindowFunctions, TheBundleViewerFailsOnAFileThatCannotBeRead)
     EXPECT_EQ(call("_bundle_viewer", {{broken}}).status, FUNC_FAILED);
     EXPECT_THAT(windows(), IsEmpty());
     EXPECT_THAT(log.lines(), ElementsAre(failure("_bundle_viewer", "bad expected access")));
+}
+
+TEST_F(WindowFunctions, TheBundleViewerFailsOnAPackageThatOpensAndWhosePartsCannotBeRead)
+{
+    for (const char* const name : {"xml-relationships-text.zip", "xml-content-types-text.zip"}) {
+        const LogCapture logOfTheCall;
+        const std::filesystem::path package = std::filesystem::path{HOLLERWICK_BROKEN_PACKAGES} / name;
+        const std::u8string path = package.u8string();
+        ASSERT_TRUE(System::IO::OpcPackaging::open_package({path.data(), path.size()})) << name;
+        EXPECT_EQ(call("_bundle_viewer", {{package.string()}}).status, FUNC_FAILED) << name;
+        EXPECT_THAT(windows(), IsEmpty()) << name;
+        EXPECT_THAT(logOfTheCall.lines(), ElementsAre(failure("_bundle_viewer", "bad expected access"))) << name;
+    }
 }
 
 TEST_F(WindowFunctions, TheBundleViewerFailsWithoutAPath)
