@@ -313,17 +313,25 @@ TEST_F(ContentBundleContentModelTest, AddFileGivesTheNewPart)
     EXPECT_EQ(part->uri().value().toString().value(), String2{u8"/content/a.va"});
 }
 
-TEST_F(ContentBundleContentModelTest, AddFileTakesTheMediaTypeFromTheNameAndCompressesTheBytes)
+TEST_F(ContentBundleContentModelTest, AddFileTakesTheMediaTypeFromTheName)
 {
     show({});
     for (const char* const name : {"page.html", "d.kvsch"})
-        ASSERT_TRUE(model.addFile(toPath(folder.write(name, std::string(1000, 'x'))), row("content")));
-    const InspectedEntry page = savedEntry(*model.bundle(), folder, "/content/page.html");
-    EXPECT_EQ(page.mediaType, "text/html");
-    EXPECT_TRUE(page.isCompressed);
-    const InspectedEntry schematic = savedEntry(*model.bundle(), folder, "/content/d.kvsch");
-    EXPECT_EQ(schematic.mediaType, "application/vnd.kelvaris.schematic");
-    EXPECT_TRUE(schematic.isCompressed);
+        ASSERT_TRUE(model.addFile(file(name), row("content")));
+    EXPECT_EQ(savedEntry(*model.bundle(), folder, "/content/page.html").mediaType, "text/html");
+    EXPECT_EQ(savedEntry(*model.bundle(), folder, "/content/d.kvsch").mediaType, "application/vnd.kelvaris.schematic");
+}
+
+TEST_F(ContentBundleContentModelTest, AddFileCompressesTheBytesInTheNormalWay)
+{
+    show({});
+    const FilePath2 source = toPath(folder.write("a.txt", compressibleText()));
+    ASSERT_TRUE(model.addFile(source, row("content")));
+    ASSERT_TRUE(model.bundle()->createContentPartFromFile(
+        source, OpcPackagePartUri{L"/normal.txt"}, IO::MIMEType{FileType::text}, OpcPackageCompressionType::normal));
+    const InspectedEntry entry = savedEntry(*model.bundle(), folder, "/content/a.txt");
+    EXPECT_TRUE(entry.isCompressed);
+    EXPECT_EQ(entry.compressedSize, savedEntry(*model.bundle(), folder, "/normal.txt").compressedSize);
 }
 
 TEST_F(ContentBundleContentModelTest, AddFileBelowTheInvalidIndexStoresItAtTheRoot)

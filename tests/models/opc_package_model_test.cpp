@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <set>
 
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO;
@@ -373,18 +374,18 @@ TEST_F(OpcPackageModelTest, AddFileStoresThePartUnderTheMediaTypeAndWithTheCompr
 {
     const auto bundle = contentBundle({});
     model.setPackage(&bundle->package());
-    const FilePath2 source = toPath(folder.write("a.txt", std::string(1000, 'a')));
-    const FilePath2 twin = toPath(folder.write("b.txt", std::string(1000, 'b')));
-    EXPECT_TRUE(model.addFile(source, model.partsIndex(), MIMEType{FileType::html}, {}, relationshipType,
-                              OpcPackageCompressionType::normal));
-    EXPECT_TRUE(model.addFile(twin, model.partsIndex(), MIMEType{FileType::csv}, {}, relationshipType,
-                              OpcPackageCompressionType::none));
-    const InspectedEntry deflated = savedEntry(*bundle, folder, "/a.txt");
-    EXPECT_EQ(deflated.mediaType, "text/html");
-    EXPECT_TRUE(deflated.isCompressed);
-    const InspectedEntry stored = savedEntry(*bundle, folder, "/b.txt");
-    EXPECT_EQ(stored.mediaType, "text/csv");
-    EXPECT_FALSE(stored.isCompressed);
+    std::set<std::uint64_t> sizes;
+    for (const auto compression : {OpcPackageCompressionType::none, OpcPackageCompressionType::normal,
+                                   OpcPackageCompressionType::maximum, OpcPackageCompressionType::fast}) {
+        const std::string name = std::to_string(static_cast<int>(compression)) + ".txt";
+        ASSERT_TRUE(model.addFile(toPath(folder.write(name, compressibleText())), model.partsIndex(),
+                                  MIMEType{FileType::html}, {}, relationshipType, compression));
+        const InspectedEntry entry = savedEntry(*bundle, folder, "/" + name);
+        EXPECT_EQ(entry.mediaType, "text/html");
+        EXPECT_EQ(entry.isCompressed, compression != OpcPackageCompressionType::none);
+        sizes.insert(entry.compressedSize);
+    }
+    EXPECT_EQ(sizes.size(), 4U);
 }
 
 // Kept: a name that is no Unicode has no text in UTF-8, and an empty one adds nothing to a path.

@@ -54,6 +54,14 @@ std::shared_ptr<ExampleBundle> exampleBundle(const PartNames& names)
     return bundle;
 }
 
+std::string compressibleText()
+{
+    std::string text;
+    for (int number = 0; number < 2000; ++number)
+        text += std::to_string(number * number) + ' ';
+    return text;
+}
+
 InspectedEntry savedEntry(ContentBundle& bundle, const TemporaryFolder& folder, std::string_view partName)
 {
     const FilePath2 path = toPath(folder / "saved.zip");

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +36,9 @@ void addContent(Kelvaris::System::IO::Bundle::ContentBundle& bundle, const PartN
 
 std::shared_ptr<Kelvaris::System::IO::Bundle::ContentBundle> contentBundle(const PartNames& names);
 std::shared_ptr<Kelvaris::System::IO::Bundle::ExampleBundle> exampleBundle(const PartNames& names);
+
+/// Text of which each compression makes another number of bytes.
+std::string compressibleText();
 
 /// Saves the bundle into the folder and gives what the file holds of a part; fails the test when that is nothing.
 Kelvaris::System::IO::OpcPackaging::InspectedEntry savedEntry(Kelvaris::System::IO::Bundle::ContentBundle& bundle,
