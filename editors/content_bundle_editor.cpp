@@ -3,6 +3,7 @@
 #include "authoring/bundle_texts.h"
 #include "authoring/guarded.h"
 #include "editors/editor_dialogs.h"
+#include "editors/expansion_limit.h"
 #include "editors/guarded_item_delegate.h"
 #include "kelvaris/system/qt/path_bridge.h"
 
@@ -48,6 +49,7 @@ void ContentBundleEditor::setUpViews()
     m_contentView->setContextMenuPolicy(Qt::CustomContextMenu);
     m_contentView->setModel(m_contentProxy);
     m_contentView->setAccessibleName(QStringLiteral("Content"));
+    limitExpansion(m_contentView);
 
     m_propertiesView->horizontalHeader()->setStretchLastSection(true);
     m_propertiesView->verticalHeader()->hide();

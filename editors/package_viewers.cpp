@@ -1,5 +1,6 @@
 #include "editors/package_viewers.h"
 
+#include "editors/expansion_limit.h"
 #include "editors/show_window.h"
 #include "kelvaris/system/io/opc_packaging/opc_package.h"
 #include "kelvaris/system/qt/path_bridge.h"
@@ -29,6 +30,7 @@ std::unique_ptr<QTreeView> makeView()
     // the same heights throughout: 60,000 rows are laid out without asking each
     view->setUniformRowHeights(true);
     view->setAccessibleName(QStringLiteral("Package"));
+    limitExpansion(view.get());
     return view;
 }
 
@@ -58,6 +60,9 @@ void openPackageBrowser(std::optional<FilePath2> path)
     if (!path)
         return;
     auto view = makeView();
-    view->setModel(new OpcPackageModel{OpcPackage::open(*path, OpcPackageOpenFlag::readOnDemand), view.get()});
+    auto* const model = new OpcPackageModel{OpcPackage::open(*path, OpcPackageOpenFlag::readOnDemand), view.get()};
+    view->setModel(model);
+    // without a package each row has two rows below it, without end
+    view->setItemsExpandable(model->package() != nullptr);
     showAndRelease(std::move(view));
 }

@@ -4,6 +4,7 @@
 #include "authoring/guarded.h"
 #include "authoring/path_conversion.h"
 #include "editors/editor_dialogs.h"
+#include "editors/expansion_limit.h"
 #include "editors/show_window.h"
 #include "kelvaris/system/file_system.h"
 #include "kelvaris/system/qt/path_bridge.h"
@@ -43,6 +44,7 @@ ScriptableBundleEditor::ScriptableBundleEditor(QWidget* parent)
     m_packageView->setHeaderHidden(true);
     m_packageView->setContextMenuPolicy(Qt::CustomContextMenu);
     m_packageView->setAccessibleName(QStringLiteral("Package"));
+    limitExpansion(m_packageView);
     m_scriptEdit->setAccessibleName(QStringLiteral("Script"));
     // Tab would otherwise never leave the text
     m_scriptEdit->setTabChangesFocus(true);

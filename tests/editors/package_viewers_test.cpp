@@ -51,8 +51,8 @@ TEST_F(PackageViewersTest, BrowserOnAFileThatCannotBeReadShowsAnEmptyWindowAndLo
     EXPECT_EQ(view->model()->rowCount(), 2);
     EXPECT_FALSE(view->model()->index(0, 0).data().isValid());
     view->expandAll();
-    QTest::keyClick(view, Qt::Key_Down);
-    QTest::keyClick(view, Qt::Key_Right);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Asterisk})
+        QTest::keyClick(view, key);
     QTest::keyClicks(view, QStringLiteral("par"));
     EXPECT_TRUE(log.lines().empty());
 }
@@ -61,6 +61,37 @@ TEST_F(PackageViewersTest, BrowserDoesNotAskForAnEmptyPath)
 {
     openPackageBrowser(FilePath2{});
     EXPECT_NE(shownWindow<QTreeView>(), nullptr);
+}
+
+TEST_F(PackageViewersTest, AsteriskOpensEverythingBelowTheCurrentRow)
+{
+    openBundleViewer(pathOf(writeExample(folder, "x.kvbdl.zip", {"sub/deep/b.kvsch"})));
+    auto* view = shownWindow<QTreeView>();
+    ASSERT_NE(view, nullptr);
+    view->setCurrentIndex(rowNamed(*view->model(), QStringLiteral("content")));
+    QTest::keyClick(view, Qt::Key_Asterisk);
+    EXPECT_TRUE(view->isExpanded(rowNamed(*view->model(), QStringLiteral("deep"))));
+    EXPECT_TRUE(view->isExpanded(view->currentIndex()));
+}
+
+TEST_F(PackageViewersTest, AsteriskStopsBeforeTheStackIsFull)
+{
+    constexpr int levels = 30'000;
+    const QString name = QStringLiteral("content/") + QStringLiteral("a/").repeated(levels) + QStringLiteral("b.kvsch");
+    auto bundle = IO::Bundle::ExampleBundle::create().value();
+    bundle
+        .addFile(pathOf(folder.write("b.kvsch", "bytes")),
+                 IO::OpcPackaging::OpcPackagePartUri{name.toStdWString().c_str()},
+                 IO::OpcPackaging::OpcPackageCompressionType::normal)
+        .value();
+    const FilePath2 path = pathOf(folder / "deep.zip");
+    bundle.writeToFile(path).value();
+    openBundleViewer(path);
+    auto* view = shownWindow<QTreeView>();
+    ASSERT_NE(view, nullptr);
+    view->setCurrentIndex(rowNamed(*view->model(), QStringLiteral("content")));
+    QTest::keyClick(view, Qt::Key_Asterisk);
+    EXPECT_TRUE(view->isExpanded(view->currentIndex()));
 }
 
 TEST_F(PackageViewersTest, BrowserAsksWithoutAPathAndShowsWhatWasChosen)
