@@ -49,7 +49,7 @@ void PatternMatcher::setPattern(const QRegularExpression& pattern)
     m_pattern = pattern;
     // Left to itself the engine takes ten million steps until it gives up, and seconds where the text is long.
     m_boundedPattern =
-        QRegularExpression{QStringLiteral("(*LIMIT_MATCH=200000)") + pattern.pattern(), pattern.patternOptions()};
+        QRegularExpression{QStringLiteral("(*LIMIT_MATCH=1000000)") + pattern.pattern(), pattern.patternOptions()};
     m_isEmpty = pattern.pattern().isEmpty();
     m_isWord = isWord(pattern);
     m_isValid = m_isWord || pattern.isValid();

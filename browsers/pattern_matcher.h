@@ -14,7 +14,7 @@ QRegularExpression searchPattern(const QString& text);
 /// never holds the window up for long.
 ///
 /// Some patterns take a time that doubles with each letter of the text. The regular expression engine gives up a text
-/// after 200,000 steps, which are some thousandths of a second: too long for each of ten thousand rows. A text
+/// after a million steps, which are a hundredth of a second and enough for three ".*" in a description of a page. A text
 /// at which the engine gave up counts as no hit, and so does every text left in the pass once that has happened often,
 /// or once the pass has spent its time. Most patterns are plain words; these are found without the engine.
 class PatternMatcher
@@ -24,8 +24,8 @@ public:
     static constexpr int maximumGivenUp = 8;
 
     /// What all matches of a pass may take together, in the time of the processor: a search must find as much on a busy
-    /// machine as on an idle one. An ordinary pattern takes a tenth of it for ten thousand rows.
-    static constexpr std::chrono::milliseconds maximumTime{300};
+    /// machine as on an idle one. An ordinary pattern takes a thirtieth of it for ten thousand rows.
+    static constexpr std::chrono::milliseconds maximumTime{1'000};
 
     /// Begins a pass if `pattern` differs from the one before; otherwise the pass goes on.
     void setPattern(const QRegularExpression& pattern);

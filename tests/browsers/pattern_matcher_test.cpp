@@ -149,25 +149,25 @@ TEST(PatternMatcher, GoesOnWithThePassWhenTheSamePatternIsSetAgain)
     EXPECT_TRUE(matcher.isFoundIn(QStringLiteral("aaa")));
 }
 
-TEST(PatternMatcher, AnswersTenThousandRowsWithinASecondForAPatternThatDrivesTheEngineToItsLimit)
+TEST(PatternMatcher, AnswersTenThousandRowsWithinTwoSecondsForAPatternThatDrivesTheEngineToItsLimit)
 {
-    EXPECT_LT(secondsForRows("(a+)+$", hopelessText(), 10'000), 1.0);
+    EXPECT_LT(secondsForRows("(a+)+$", hopelessText(), 10'000), 2.0);
 }
 
-TEST(PatternMatcher, AnswersTenThousandRowsWithinASecondForAPatternThatIsSlowBelowTheLimit)
+TEST(PatternMatcher, AnswersTenThousandRowsWithinTwoSecondsForAPatternThatIsSlowBelowTheLimit)
 {
     // 22 letters take tens of milliseconds each time, and the engine comes to an end with them
     const QString text = QString{22, QLatin1Char{'a'}} + QLatin1Char{'b'};
     ASSERT_TRUE(searchPattern(QStringLiteral("(a+)+$")).match(text).isValid());
-    EXPECT_LT(secondsForRows("(a+)+$", text, 10'000), 1.0);
+    EXPECT_LT(secondsForRows("(a+)+$", text, 10'000), 2.0);
 }
 
-TEST(PatternMatcher, AnswersTenThousandRowsWithinASecondForOtherHeavyPatterns)
+TEST(PatternMatcher, AnswersTenThousandRowsWithinTwoSecondsForOtherHeavyPatterns)
 {
     const QString text = QStringLiteral("current mode control, ").repeated(40) + QStringLiteral("z!");
     for (const char* pattern : {"(.*)*z$", "(\\w+\\s*)+z$", "((.|,)*)*z$", "(?=(.*))(?=(.*))\\1\\2z$", "(.+)+\\1z$",
                                 "(a|b|[a-z ,]+)*z$", ".*.*.*.*z$"})
-        EXPECT_LT(secondsForRows(pattern, text, 10'000), 1.0) << pattern;
+        EXPECT_LT(secondsForRows(pattern, text, 10'000), 2.0) << pattern;
 }
 
 TEST(PatternMatcher, FindsAnOrdinaryPatternHoweverMuchTheProcessorIsWantedByOthers)
@@ -198,6 +198,23 @@ TEST(PatternMatcherOnALongText, IsDoneWithNestedRepetitionsAtOnce)
     const std::clock_t start = std::clock();
     (void)matcher.isFoundIn(QString{2'000, QLatin1Char{'a'}} + QLatin1Char{'!'});
     EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
+}
+
+TEST(PatternMatcherOnALongText, FindsWhatStandsBehindSeveralRepetitionsOnAnotherLine)
+{
+    const QString page =
+        QStringLiteral("current mode control, ").repeated(115) + QStringLiteral("\na small motor drive");
+    EXPECT_TRUE(isFound("(.*) (.*) drive", page));
+    EXPECT_TRUE(isFound("(.*) (.*) (.*) drive", page));
+}
+
+TEST(PatternMatcherOnALongText, FindsASlowPatternInEachOfThousandsOfRows)
+{
+    PatternMatcher matcher;
+    matcher.setPattern(searchPattern(QStringLiteral("\\w+ .* \\w+ .*zq")));
+    const QString text = QStringLiteral("current mode control, ").repeated(45) + QStringLiteral("zq");
+    for (int row = 0; row < 2'000; ++row)
+        ASSERT_TRUE(matcher.isFoundIn(text)) << row;
 }
 
 TEST(PatternMatcherOnALongText, FindsWhatStandsAtItsEnd)
