@@ -7,10 +7,12 @@
 namespace {
 
 std::atomic<std::uint64_t> count;
+std::atomic<std::uint64_t> bytes;
 
 void* allocate(std::size_t size)
 {
     ++count;
+    bytes += size;
     if (void* const memory = std::malloc(size == 0 ? 1 : size))
         return memory;
     throw std::bad_alloc{};
@@ -21,6 +23,11 @@ void* allocate(std::size_t size)
 std::uint64_t allocationCount() noexcept
 {
     return count;
+}
+
+std::uint64_t allocatedBytes() noexcept
+{
+    return bytes;
 }
 
 void* operator new(std::size_t size)

@@ -6,6 +6,9 @@
 /// classes take is not counted.
 std::uint64_t allocationCount() noexcept;
 
+/// The bytes of these, whether they were freed since or not.
+std::uint64_t allocatedBytes() noexcept;
+
 /// How many allocations `work` makes.
 template <class Work>
 std::uint64_t allocationsOf(Work work)

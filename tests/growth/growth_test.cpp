@@ -138,6 +138,26 @@ TEST_F(Growth, OfOpeningAPackageIsThatOfItsParts)
     });
 }
 
+TEST_F(Growth, OfOpeningAPackageIsThatOfTheDirectoriesInAName)
+{
+    const FilePath2 file = toFilePath(m_folder.write("part", "a part"));
+    expectLinear([&](int directories) {
+        std::string name = "content";
+        for (int i = 0; i < directories; ++i)
+            name += "/directory";
+        auto bundle = ContentBundle::create().value();
+        (void)bundle
+            .createContentPartFromFile(file, OpcPackagePartUri{toFilePath(name)}, MIMEType{String2{u8"text/plain"}},
+                                       OpcPackageCompressionType::none)
+            .value();
+        const FilePath2 path = toFilePath(m_folder / ("deep" + std::to_string(directories)));
+        bundle.writeToFile(path).value();
+        const std::uint64_t before = allocatedBytes();
+        EXPECT_TRUE(open_package(path).value().parts());
+        return allocatedBytes() - before;
+    });
+}
+
 TEST_F(Growth, OfTheBundleViewersModelIsThatOfTheParts)
 {
     expectLinear([&](int count) {
