@@ -8,17 +8,13 @@
 #include <type_traits>
 #include <utility>
 
-/// Runs `step`, a callable without arguments. What it throws ends here, as one log line under "ui": an exception that
-/// left an event handler would end the host.
-/// @return  whether `step` came to its end
-template <class Step>
-bool runGuarded(Step&& step) noexcept
-{
+/// Writes the log line of the exception that is being handled, under "ui". Without memory for the line there is none.
+inline void logCaught() noexcept
+try {
     using namespace Kelvaris::System;
     auto& logger = Application::instance()->logger();
     try {
-        std::forward<Step>(step)();
-        return true;
+        throw;
     } catch (const bad_expected_access<ErrorCode2>& failure) {
         logger.error("ui", failure.error());
     } catch (const std::exception& failure) {
@@ -26,7 +22,23 @@ bool runGuarded(Step&& step) noexcept
     } catch (...) {
         logger.error("ui", "unknown error");
     }
-    return false;
+} catch (const std::exception&) {
+    return;
+}
+
+/// Runs `step`, a callable without arguments. What it throws ends here, as one log line: an exception that left an
+/// event handler would end the host.
+/// @return  whether `step` came to its end
+template <class Step>
+bool runGuarded(Step&& step) noexcept
+{
+    try {
+        std::forward<Step>(step)();
+        return true;
+    } catch (...) {
+        logCaught();
+        return false;
+    }
 }
 
 /// The same for a slot: a callable that runs `slot` with whatever arguments the signal brings.

@@ -11,8 +11,8 @@ constexpr auto text = Kelvaris::argTypeStringArray;
 constexpr auto texts = Kelvaris::argTypeStringArray;
 
 // clang-format off
-const FuncRegistration createExampleFunction{"_create_example", {texts, text, text, text, text, texts}, 3, 6, Handler<&createExample>{}};
-const FuncRegistration createExamplesFunction{"_create_examples", {texts, text}, 2, 2, Handler<&createExamples>{}};
+const FuncRegistration createExampleFunction{"_create_example", {texts, text, text, text, text, texts}, 3, 6, FuncHandler<&createExample>{}};
+const FuncRegistration createExamplesFunction{"_create_examples", {texts, text}, 2, 2, FuncHandler<&createExamples>{}};
 // clang-format on
 
 } // namespace

@@ -14,14 +14,14 @@ namespace Script {
 
 /// A handler as a type of its own, which is what a registration is generated from.
 template <Kelvaris::FUNC_ERROR (*Function)(FuncCallFrame)>
-struct Handler
+struct FuncHandler
 {
     Kelvaris::FUNC_ERROR operator()(FuncCallFrame frame) const { return Function(std::move(frame)); }
 };
 
 /// Declares a script function for as long as the object lives. Functions are static objects, one for each:
 ///
-///     const FuncRegistration filename{"_filename", {argTypeStringArray}, 1, 1, Handler<&filenameHandler>{}};
+///     const FuncRegistration filename{"_filename", {argTypeStringArray}, 1, 1, FuncHandler<&filenameHandler>{}};
 ///
 /// Between the host and the handler stands the entry function, generated once for each handler: it logs the call and
 /// lets no exception out.

@@ -1,6 +1,7 @@
 #include "kelvaris/system/file_path2.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 
 #include <filesystem>
@@ -46,10 +47,14 @@ FilePath2& FilePath2::operator/=(const FilePath2& component)
 Expected<FilePath2, ErrorCode2> FilePath2::filename() const
 {
     const std::size_t separator = m_text.find_last_of(separators);
-    const std::wstring name = separator == std::wstring::npos ? m_text : m_text.substr(separator + 1);
-    if (name.empty())
-        return Errors::makeError(CoreError::noFileName, Text::displayed(m_text));
-    return FilePath2{name.data(), name.size()};
+    std::wstring_view name = m_text;
+    if (separator != std::wstring::npos)
+        name.remove_prefix(separator + 1);
+    return Text::withinMemory([&]() -> Expected<FilePath2, ErrorCode2> {
+        if (name.empty())
+            return Errors::makeError(CoreError::noFileName, Text::displayed(m_text));
+        return FilePath2{name.data(), name.size()};
+    });
 }
 
 } // namespace Kelvaris::System

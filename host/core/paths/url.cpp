@@ -1,6 +1,7 @@
 #include "kelvaris/system/url.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
@@ -144,7 +145,7 @@ Url::~Url() = default;
 
 Expected<FilePath2, ErrorCode2> Url::toLocalFile(UrlLocalFileOptions options) const
 {
-    return LocalFileReader{Text::narrow(m_text)}.read(options);
+    return Text::withinMemory([&] { return LocalFileReader{Text::narrow(m_text)}.read(options); });
 }
 
 } // namespace Kelvaris::System

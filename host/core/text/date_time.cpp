@@ -1,6 +1,7 @@
 #include "kelvaris/system/date_time.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
@@ -152,17 +153,19 @@ DateTime::~DateTime() = default;
 
 Expected<DateTime, ErrorCode2> DateTime::fromXSDDateTime(const String2& text)
 {
-    const std::u8string_view words = Text::trimmed(Text::view(text));
-    if (!words.empty() && !isDateTime(Scanner{Text::narrow(words)}))
-        return Errors::makeError(CoreError::invalidDateTime, Text::displayed(Text::narrow(text)));
-    DateTime result;
-    result.m_text = Text::toString2(words);
-    return result;
+    return Text::withinMemory([&]() -> Expected<DateTime, ErrorCode2> {
+        const std::u8string_view words = Text::trimmed(Text::view(text));
+        if (!words.empty() && !isDateTime(Scanner{Text::narrow(words)}))
+            return Errors::makeError(CoreError::invalidDateTime, Text::displayed(Text::narrow(text)));
+        DateTime result;
+        result.m_text = Text::toString2(words);
+        return result;
+    });
 }
 
 Expected<String2, ErrorCode2> DateTime::toXSDDateTime() const
 {
-    return m_text;
+    return Text::withinMemory([this]() -> Expected<String2, ErrorCode2> { return m_text; });
 }
 
 } // namespace Kelvaris::System

@@ -12,7 +12,7 @@ class KELVARIS_CORE_API TemporaryPath2
 {
 public:
     /// Makes a new, empty directory that only this user can enter, below the system's directory for temporary files
-    /// (`TMPDIR`, else "/tmp").
+    /// (`TMPDIR`, else "/tmp"). Its path is absolute.
     /// @return  the system's error when it cannot be made
     static Expected<TemporaryPath2, ErrorCode2> createTemporaryDirectory();
 

@@ -1,11 +1,15 @@
 #include "kelvaris/system/io/temporary_path2.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/errors/rollback.h"
 #include "host/core/paths/disk/native_path.h"
 #include "host/core/paths/disk/scratch_file.h"
 #include "host/core/paths/disk/system_calls.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/system_error.h"
+
+#include <fcntl.h>
 
 #include <cerrno>
 #include <exception>
@@ -15,6 +19,22 @@
 #include <utility>
 
 namespace Kelvaris::System::IO {
+
+namespace {
+
+/// What is made there is found again wherever the program goes. A "/" at the end stays only for the root.
+std::string absoluteTemporaryDirectory()
+{
+    std::string directory = Disk::temporaryDirectory();
+    std::error_code none; // a current directory that is gone: the system tells of it when the directory is made
+    if (const std::filesystem::path absolute = std::filesystem::absolute(directory, none); !none)
+        directory = absolute.native();
+    while (directory.size() > 1 && directory.ends_with('/'))
+        directory.pop_back();
+    return directory;
+}
+
+} // namespace
 
 TemporaryPath2::TemporaryPath2(FilePath2 path) noexcept : m_path{std::move(path)} {}
 
@@ -36,13 +56,18 @@ TemporaryPath2::~TemporaryPath2()
 
 Expected<TemporaryPath2, ErrorCode2> TemporaryPath2::createTemporaryDirectory()
 {
-    std::string pattern = Disk::temporaryDirectory() + "/hollerwick-XXXXXX";
-    if (!Text::isValidUtf8(pattern))
-        return Errors::makeError(CoreError::invalidText, Text::displayed(pattern));
-    if (Disk::SystemCalls::makeTemporaryDirectory(pattern.data()) != 0)
-        return Errors::systemError(errno, Text::displayed(Disk::temporaryDirectory()),
-                                   "no directory can be made there");
-    return TemporaryPath2{FilePath2{Text::toString2(pattern)}};
+    return Text::withinMemory([]() -> Expected<TemporaryPath2, ErrorCode2> {
+        const std::string parent = absoluteTemporaryDirectory();
+        std::string path = parent + (parent.ends_with('/') ? "" : "/") + "hollerwick-XXXXXX";
+        if (!Text::isValidUtf8(path))
+            return Errors::makeError(CoreError::invalidText, Text::displayed(path));
+        if (Disk::SystemCalls::makeTemporaryDirectory(path.data()) != 0)
+            return Errors::systemError(errno, Text::displayed(parent), "no directory can be made there");
+        Errors::Rollback remove{[&] { Disk::SystemCalls::removeAt(AT_FDCWD, path.c_str(), AT_REMOVEDIR); }};
+        TemporaryPath2 made{FilePath2{Text::toString2(path)}};
+        remove.dismiss();
+        return made;
+    });
 }
 
 Expected<FilePath2, ErrorCode2> TemporaryPath2::detach() &&

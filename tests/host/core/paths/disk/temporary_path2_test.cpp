@@ -85,6 +85,19 @@ TEST(TemporaryPath2, AMissingDirectoryForTemporaryFilesIsAnErrorThatNamesIt)
     EXPECT_NE(messageOf(made.error()).find("missing"), std::string::npos) << messageOf(made.error());
 }
 
+TEST(TemporaryPath2, ARelativeTmpdirOrOneThatEndsInASlashGivesAnAbsolutePath)
+{
+    const TemporaryFolder folder;
+    for (const fs::path& tmpdir :
+         {fs::relative(folder.path()), folder.path() / "", fs::path{folder.path().native() + "//"}}) {
+        const EnvironmentVariable directory{"TMPDIR", tmpdir};
+        const auto made = TemporaryPath2::createTemporaryDirectory().value();
+        EXPECT_EQ(fs::weakly_canonical(stdPath(made.path()).parent_path()), fs::weakly_canonical(folder.path()));
+        EXPECT_TRUE(stdPath(made.path()).is_absolute()) << tmpdir;
+        EXPECT_EQ(stdPath(made.path()).native().find("//"), std::string::npos) << tmpdir;
+    }
+}
+
 TEST(TemporaryPath2, AnEmptyTmpdirMeansSlashTmp)
 {
     const EnvironmentVariable directory{"TMPDIR", ""};
