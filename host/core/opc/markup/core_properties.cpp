@@ -6,6 +6,7 @@
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/date_time.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -46,6 +47,15 @@ std::string usablePrefix(const std::string& declared, std::string_view own, std:
         return declared;
     declarations.append(" xmlns:").append(own).append("=\"").append(namespaceUri).append("\"");
     return std::string{own};
+}
+
+/// Of a date that is one. The dates of the Dublin Core may end with the year, the month, the day or the minute; that of
+/// printing is a dateTime of XML Schema.
+bool hasSeconds(std::string_view date)
+{
+    constexpr std::size_t hoursAndMinutes = std::string_view{"T00:00"}.size();
+    const std::string_view time = date.substr(std::min(date.find('T'), date.size()));
+    return time.size() > hoursAndMinutes && time[hoursAndMinutes] == ':';
 }
 
 ErrorCode2 settingError(CoreProperty property, std::string_view what)
@@ -103,6 +113,8 @@ Expected<void, ErrorCode2> CoreProperties::set(CoreProperty property, std::strin
         return settingError(property, quoted(text) + " holds a character that XML does not allow");
     if (isDate(property) && !DateTime::fromXSDDateTime(Text::toString2(text)))
         return settingError(property, quoted(text) + " is no date");
+    if (property == CoreProperty::lastPrinted && !hasSeconds(text))
+        return settingError(property, quoted(text) + " tells no time to the second, as XML Schema's dateTime does");
     changed.text = text;
     changed.isChanged = true;
     m_isChanged = true;

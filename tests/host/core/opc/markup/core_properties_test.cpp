@@ -89,6 +89,20 @@ TEST(CoreProperties, TellEmptyElementsFromMissingOnes)
     EXPECT_EQ(properties.text(CoreProperty::creator), std::nullopt);
 }
 
+TEST(CoreProperties, TakeNoDateOfPrintingWithoutATimeToTheSecond)
+{
+    CoreProperties properties;
+    for (const char* date : {"2026", "2026-03", "2026-03-01", "2026-03-01T12:30Z", "2026-03-01T12:30+01:00"}) {
+        EXPECT_TRUE(properties.set(CoreProperty::created, date)) << date;
+        EXPECT_THAT(verdictOn(properties.set(CoreProperty::lastPrinted, date)).message,
+                    testing::HasSubstr("tells no time to the second"))
+            << date;
+    }
+    EXPECT_EQ(properties.text(CoreProperty::lastPrinted), std::nullopt);
+    for (const char* date : {"2026-03-01T12:30:00", "2026-03-01T12:30:00.5+01:00", "-0044-03-15T12:00:00Z"})
+        EXPECT_THAT(verdictOn(properties.set(CoreProperty::lastPrinted, date)), IsOk()) << date;
+}
+
 TEST(CoreProperties, MayBeNone)
 {
     EXPECT_THAT(verdictOf(coreWithRoot("")), IsOk());
