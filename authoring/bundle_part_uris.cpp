@@ -74,10 +74,12 @@ private:
 
 std::wstring secondaryPartPath(const FilePath2& file, const fs::path& canonicalBase, CanonicalPaths& places)
 {
-    const fs::path relative = places.of(toStdPath(file)).lexically_relative(canonicalBase);
+    const fs::path path = genericPath(file.c_str());
+    const fs::path relative = places.of(path).lexically_relative(canonicalBase);
     // On the first two characters and not on the first component: a name that begins with two dots is refused too.
     if (relative.u8string().starts_with(u8"..")) {
-        const String text{genericPath(file.c_str()).generic_u8string()};
+        // as it was given, doubled separators and all, which generic_u8string would take away
+        const String text{path.u8string()};
         throw RuntimeError{"secondary file must exist within the directory hierarchy of the primary file: " +
                            text.toLegacyUtf8()};
     }

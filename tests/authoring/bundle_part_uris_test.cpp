@@ -151,14 +151,23 @@ TEST_F(BundlePartUris, BothSeparatorsCountInThePrimaryFilesPath)
               "/content/top.kvsch /content/a.va");
 }
 
+TEST_F(BundlePartUris, BothSeparatorsCountInASecondaryFilesPath)
+{
+    folder.write("design/models/a.va", "");
+    const std::string directory = (folder / "design").string();
+    EXPECT_EQ(uris({directory + "\\top.kvsch", directory + "\\models\\a.va"}),
+              "/content/top.kvsch /content/models/a.va");
+    EXPECT_EQ(uris({top, directory + "\\models/a.va"}), "/content/top.kvsch /content/models/a.va");
+}
+
 TEST_F(BundlePartUris, TheMessageShowsTheFileAsItWasGivenWithSlashes)
 {
-    const fs::path given = (folder / "design").string() + "/sub/../../other\\b.va";
+    const fs::path given = (folder / "design").string() + "//sub/..//../other\\b.va";
     EXPECT_THAT(
         [&] {
             uris({top, given});
         },
-        ThrowsMessage<RuntimeError>(outside + (folder / "design/sub/../../other/b.va").string()));
+        ThrowsMessage<RuntimeError>(outside + (folder / "design").string() + "//sub/..//../other/b.va"));
 }
 
 TEST_F(BundlePartUris, ANameIsKeptWhateverItsCharacters)
