@@ -15,8 +15,6 @@ namespace {
 
 /// Room for three columns of usual texts.
 constexpr QSize windowSize{960, 640};
-constexpr int titleWidth = 350;
-constexpr int descriptionWidth = 340;
 
 FilePath2 askForDirectory()
 {
@@ -35,7 +33,6 @@ void openPrototypeExamplesWidget(const std::optional<FilePath2>& directory)
     auto widget = std::make_unique<PrototypeExamplesWidget>();
     widget->proxyModel().setSourceModel(new PrototypeExamplesModel{path, widget.get()});
     widget->resize(windowSize);
-    widget->setColumnWidths(titleWidth, descriptionWidth);
     widget->setAttribute(Qt::WA_DeleteOnClose);
     widget.release()->show();
 }

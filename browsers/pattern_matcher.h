@@ -14,9 +14,9 @@ QRegularExpression searchPattern(const QString& text);
 /// never holds the window up for long.
 ///
 /// Some patterns take a time that doubles with each letter of the text. The regular expression engine gives up a text
-/// after a million steps, which are a hundredth of a second and enough for three ".*" in a description of a page. A text
-/// at which the engine gave up counts as no hit, and so does every text left in the pass once that has happened often,
-/// or once the pass has spent its time. Most patterns are plain words; these are found without the engine.
+/// after a million steps, which are a hundredth of a second and enough for three ".*" in a description of a page. A
+/// text at which the engine gave up counts as no hit, and so does every text left in the pass once that has happened
+/// often, or once the pass has spent its time. Most patterns are plain words; these are found without the engine.
 class PatternMatcher
 {
 public:

@@ -22,9 +22,3 @@ PrototypeExamplesWidget::PrototypeExamplesWidget(QWidget* parent)
     connect(m_searchBox, &QLineEdit::textChanged, m_proxyModel,
             [this](const QString& text) { m_proxyModel->setFilterRegularExpression(searchPattern(text)); });
 }
-
-void PrototypeExamplesWidget::setColumnWidths(int title, int description)
-{
-    m_view->setColumnWidth(0, title);
-    m_view->setColumnWidth(1, description);
-}

@@ -15,9 +15,6 @@ public:
     /// Takes the table as its source model. Owned by the view.
     PrototypeExamplesFilterProxyModel& proxyModel() const { return *m_proxyModel; }
 
-    /// The keywords get what is left.
-    void setColumnWidths(int title, int description);
-
 private:
     QTreeView* const m_view; // a child of the window, as the next one
     QLineEdit* const m_searchBox;

@@ -21,7 +21,6 @@ namespace {
 
 /// Wide enough for usual names, some levels deep.
 constexpr QSize windowSize{640, 480};
-constexpr int nameColumnWidth = 320;
 
 std::unique_ptr<QTreeView> makeView()
 {
@@ -49,7 +48,6 @@ void openBundleViewer(const FilePath2& path)
     const OpcPackage package = IO::OpcPackaging::open_package(path).value();
     auto view = makeView();
     view->setModel(new BundleStructureModel{package, view.get()});
-    view->setColumnWidth(0, nameColumnWidth);
     showAndRelease(std::move(view));
 }
 

@@ -148,6 +148,5 @@ void openScriptableBundleEditor(const std::optional<std::wstring>& path)
     auto editor = std::make_unique<ScriptableBundleEditor>();
     if (path)
         editor->openBundle(*path);
-    editor->resize(workingSize);
     showAndRelease(std::move(editor));
 }

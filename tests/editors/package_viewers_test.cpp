@@ -43,6 +43,23 @@ TEST_F(PackageViewersTest, BrowserShowsPartsAndRelationships)
     EXPECT_EQ(view->model()->index(1, 0).data().toString(), QStringLiteral("Relationships"));
 }
 
+TEST_F(PackageViewersTest, BothHaveNoTitleNoMenuAndTheHeaderOfAnyTree)
+{
+    const auto path = pathOf(writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}));
+    for (const auto& open : {std::function<void()>{[&] { openBundleViewer(path); }},
+                             std::function<void()>{[&] { openPackageBrowser(path); }}}) {
+        open();
+        const std::unique_ptr<QTreeView> view{shownWindow<QTreeView>()};
+        ASSERT_NE(view, nullptr);
+        EXPECT_TRUE(view->windowTitle().isEmpty());
+        EXPECT_TRUE(view->actions().isEmpty());
+        EXPECT_EQ(view->contextMenuPolicy(), Qt::DefaultContextMenu);
+        EXPECT_FALSE(view->isHeaderHidden());
+        for (int column = 0; column + 1 < view->model()->columnCount(); ++column)
+            EXPECT_EQ(view->columnWidth(column), view->header()->defaultSectionSize()) << column;
+    }
+}
+
 TEST_F(PackageViewersTest, BrowserOnAFileThatCannotBeReadShowsAnEmptyWindowAndLogsNothing)
 {
     openPackageBrowser(pathOf(folder.write("text.zip", "no package")));
