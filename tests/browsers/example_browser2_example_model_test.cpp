@@ -164,6 +164,22 @@ TEST_F(ExampleModel, LeavesAnExampleThatCannotBeReadOutInSilence)
     EXPECT_THAT(log.lines(), ElementsAre());
 }
 
+TEST_F(ExampleModel, ListsAnExampleWhoseTextsCannotBeReadWithEmptyOnes)
+{
+    const SampleExample damaged{.title = QStringLiteral("Damaged"),
+                                .description = QStringLiteral("Steps down"),
+                                .manufacturer = QStringLiteral("Renesas"),
+                                .keywords = {QStringLiteral("power")}};
+    add({barrel("a.kvexs", {{QStringLiteral("Sound")}}, addExampleWithDamagedTexts(folder, damaged))});
+    EXPECT_EQ(rowsOf(model), "Sound\n\n");
+    EXPECT_EQ(data(1, Model::TitleRole), QVariant{QString{}});
+    EXPECT_EQ(data(1, Model::DescriptionRole), QVariant{QString{}});
+    EXPECT_EQ(data(1, Model::KeywordsRole), QVariant{QStringList{}});
+    EXPECT_EQ(data(1, Model::ManufacturerRole), QVariant{QStringLiteral("Renesas")}) << "which stands elsewhere";
+    EXPECT_EQ(data(1, Model::PartUriRole), QVariant{QStringLiteral("/examples/damaged.kvbdl.zip")});
+    EXPECT_THAT(log.lines(), ElementsAre());
+}
+
 TEST_F(ExampleModel, ListsAnExampleWithoutAnyText)
 {
     add({barrel("a.kvexs", {{}})});

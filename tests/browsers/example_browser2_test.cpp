@@ -42,10 +42,10 @@ const std::vector<SampleExample> threeExamples = {
 class ExampleBrowser : public testing::Test
 {
 protected:
-    void open(const std::vector<SampleExample>& examples)
+    void open(const std::vector<SampleExample>& examples, const BarrelChange& change = {})
     {
         dialog.setTargetDirectory(toFilePath(folder / "out"));
-        dialog.addBarrels({toFilePath(writeBarrel(folder, "barrel.kvexs", examples))});
+        dialog.addBarrels({toFilePath(writeBarrel(folder, "barrel.kvexs", examples, change))});
         dialog.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
     }
@@ -668,6 +668,18 @@ TEST_F(ExampleBrowser, WarnsWhenTheExampleHasNoPrimaryFile)
     configure(0);
     EXPECT_TRUE(createAndReadWarning(button("createButton")));
     EXPECT_EQ(state(), "configurePage on - on");
+    EXPECT_THROW((void)dialog.createdExampleFile(), std::bad_optional_access);
+}
+
+TEST_F(ExampleBrowser, LogsAPrimaryFileWhoseNameNoFileCanHaveAndStays)
+{
+    open(threeExamples, addExampleWithNamelessPrimaryFile(folder));
+    configure(3);
+    typeLocation(below("out/nameless"));
+    click("createButton");
+    EXPECT_THAT(log.lines(), ElementsAre(AllOf(HasSubstr("error [ui] "), HasSubstr("%FF.kvsch"))));
+    EXPECT_EQ(state(), "configurePage on - on");
+    EXPECT_EQ(locationBox()->text(), below("out/nameless"));
     EXPECT_THROW((void)dialog.createdExampleFile(), std::bad_optional_access);
 }
 

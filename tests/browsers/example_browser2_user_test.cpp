@@ -69,6 +69,20 @@ public:
                 filters.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, &filters).center());
     }
 
+    /// One a line.
+    std::string checkedManufacturers() const
+    {
+        std::string names;
+        const QAbstractItemModel& filters = *the<QTreeView>("filterView").model();
+        const QModelIndex category = filters.index(1, 0);
+        for (int row = 0; row < filters.rowCount(category); ++row) {
+            const QModelIndex option = filters.index(row, 0, category);
+            if (option.data(Qt::CheckStateRole) == Qt::Checked)
+                names += option.data().toString().toStdString() + '\n';
+        }
+        return names;
+    }
+
     std::string titles() const { return rowsOf(*the<QListView>("examplesView").model()); }
     QString location() const { return the<QLineEdit>("targetDirectoryBox").text(); }
     bool seesMark() const { return the<QLabel>("locationWarningLabel").isVisible(); }
@@ -158,6 +172,41 @@ TEST_F(UserOfTheExampleBrowser, FindsAnExampleAndHasANewDesignAMomentLater)
     ASSERT_TRUE(result);
     EXPECT_EQ(toQString(*result), below("designs/Drive <b>3</b>/content/drive/main 100%.kvsch"));
     EXPECT_EQ(readFile(toQString(*result).toStdString()), "the bytes of the drive");
+    EXPECT_TRUE(driver.isDone());
+}
+
+TEST_F(UserOfTheExampleBrowser, FindsSearchBoxesAndSelectionAsTheyWereAfterALookAtTheConfigurePage)
+{
+    const auto barrel =
+        writeBarrel(folder, "b.kvexs",
+                    {{.title = QStringLiteral("Buck converter"), .manufacturer = QStringLiteral("Renesas")},
+                     {.title = QStringLiteral("Boost converter"), .manufacturer = QStringLiteral("Renesas")},
+                     {.title = QStringLiteral("Flyback converter"), .manufacturer = QStringLiteral("Analog Devices")},
+                     {.title = QStringLiteral("Sensor"), .manufacturer = QStringLiteral("Renesas")}});
+    ModalDriver driver;
+    driver.when<ExampleBrowser2>([&](ExampleBrowser2& dialog) {
+        const User user{dialog};
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        auto& list = user.the<QListView>("examplesView");
+        user.type(QStringLiteral("convert"));
+        user.checkManufacturer("Renesas");
+        user.clickIn(*list.viewport(), list.visualRect(list.model()->index(1, 0)).center());
+        user.click("nextButton");
+        EXPECT_TRUE(user.isOn("configurePage"));
+        user.click("backButton");
+
+        EXPECT_EQ(user.the<QLineEdit>("searchBox").text(), QStringLiteral("convert"));
+        EXPECT_EQ(user.checkedManufacturers(), "Renesas\n");
+        EXPECT_EQ(user.titles(), "Buck converter\nBoost converter\n");
+        const QModelIndexList selected = list.selectionModel()->selectedIndexes();
+        ASSERT_EQ(selected.size(), 1);
+        EXPECT_EQ(selected.first().data().toString(), QStringLiteral("Boost converter"));
+        EXPECT_EQ(list.currentIndex(), selected.first());
+        user.click("nextButton");
+        EXPECT_EQ(user.the<QLabel>("exampleName").text(), QStringLiteral("Boost converter"));
+        user.press(Qt::Key_Escape);
+    });
+    EXPECT_FALSE(runExampleBrowser2({toFilePath(barrel)}, toFilePath(folder / "designs"), {}, nullptr));
     EXPECT_TRUE(driver.isDone());
 }
 

@@ -33,9 +33,9 @@ namespace {
 class ExamplesWindow : public testing::Test
 {
 protected:
-    void open(const std::vector<SampleExample>& examples)
+    void open(const std::vector<SampleExample>& examples, const BarrelChange& change = {})
     {
-        browser.setBundle(openBarrel(writeBarrel(folder, "barrel.kvexs", examples)));
+        browser.setBundle(openBarrel(writeBarrel(folder, "barrel.kvexs", examples, change)));
         browser.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&browser));
     }
@@ -159,6 +159,18 @@ TEST_F(ExamplesWindow, ShowsTheDescriptionForAnEmptyPage)
     open({{.title = QStringLiteral("A"), .description = QStringLiteral("Described"), .hasEmptyPage = true}});
     clickRow(0);
     EXPECT_EQ(pageText(), QStringLiteral("Described"));
+}
+
+TEST_F(ExamplesWindow, ShowsTheDescriptionForAPageThatCannotBeReadAndSaysNothing)
+{
+    const SampleExample damaged{
+        .title = QStringLiteral("Damaged"), .description = QStringLiteral("Described"), .page = "<p>Page</p>"};
+    open(twoExamples, addExampleWithDamagedPage(folder, damaged));
+    clickRow(0);
+    EXPECT_EQ(pageText(), QStringLiteral("The buck page"));
+    clickRow(2);
+    EXPECT_EQ(pageText(), QStringLiteral("Described"));
+    EXPECT_THAT(log.lines(), ElementsAre());
 }
 
 TEST_F(ExamplesWindow, FollowsTheKeyboardThroughTheList)

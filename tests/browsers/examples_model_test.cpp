@@ -98,6 +98,34 @@ TEST_F(ExamplesModelTest, GivesNoByteForAnExampleWithoutAPageOrWithAnEmptyOne)
     EXPECT_EQ(data(1, ExamplesModel::DocumentationRole), QVariant{QByteArray{}});
 }
 
+TEST_F(ExamplesModelTest, GivesNoByteForAPageThatCannotBeReadAndKeepsTheRow)
+{
+    const SampleExample damaged{
+        .title = QStringLiteral("Damaged"), .description = QStringLiteral("Steps down"), .page = "<p>Page</p>"};
+    model.setBundle(openBarrel(barrel({{.title = QStringLiteral("Sound"), .page = "<p>Page</p>"}},
+                                      addExampleWithDamagedPage(folder, damaged))));
+    EXPECT_EQ(dump(model), "Sound\nDamaged\n");
+    EXPECT_EQ(data(0, ExamplesModel::DocumentationRole), QVariant{QByteArray{"<p>Page</p>"}});
+    EXPECT_EQ(data(1, ExamplesModel::DocumentationRole), QVariant{QByteArray{}});
+    EXPECT_EQ(data(1, ExamplesModel::DescriptionRole), QVariant{QStringLiteral("Steps down")});
+}
+
+TEST_F(ExamplesModelTest, GivesEmptyTextsForPropertiesThatCannotBeReadAndKeepsTheRow)
+{
+    const SampleExample damaged{.title = QStringLiteral("Damaged"),
+                                .description = QStringLiteral("Steps down"),
+                                .keywords = {QStringLiteral("power")},
+                                .page = "<p>Page</p>",
+                                .bytes = "still here"};
+    model.setBundle(openBarrel(barrel({{QStringLiteral("Sound")}}, addExampleWithDamagedTexts(folder, damaged))));
+    EXPECT_EQ(dump(model), "Sound\n\n");
+    EXPECT_EQ(data(1, ExamplesModel::DescriptionRole), QVariant{QString{}});
+    EXPECT_EQ(data(1, ExamplesModel::KeywordsRole), QVariant{QStringList{}});
+    EXPECT_EQ(data(1, ExamplesModel::DocumentationRole), QVariant{QByteArray{"<p>Page</p>"}});
+    model.unpack(model.index(1, 0), toFilePath(folder / "out"));
+    EXPECT_EQ(readFile(folder / "out/content/design.kvsch"), "still here");
+}
+
 TEST_F(ExamplesModelTest, GivesThePagesBytesAsTheyAre)
 {
     const std::string page = std::string{"<p>\0\xff \xc3\xa4"} + std::string{"\0end", 4};

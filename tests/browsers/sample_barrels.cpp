@@ -5,6 +5,7 @@
 #include "kelvaris/system/qt/path_bridge.h"
 #include "kelvaris/system/qt/text_bridge.h"
 
+#include <fstream>
 #include <string_view>
 
 using namespace Kelvaris::System;
@@ -46,6 +47,32 @@ void addFiles(ExampleBundle& bundle, const TemporaryFolder& folder, const Sample
         bundle.setPrimaryFile(OpcPackagePartUri{toFilePath("content/" + example.file)}).value();
     if (!example.page.empty() || example.hasEmptyPage)
         addContent(bundle, folder.write("sources/page.html", example.page), "documentation.html");
+}
+
+/// Turns a bit of the first byte that an entry of an archive holds.
+void damageEntry(const std::filesystem::path& archive, const std::string& entry)
+{
+    std::string bytes = readFile(archive);
+    const std::size_t name = bytes.find(entry); // the entry's own header; the directory stands at the end
+    const auto extraFields = static_cast<unsigned char>(bytes.at(name - 2));
+    bytes.at(name + entry.size() + extraFields) ^= 1;
+    std::ofstream{archive, std::ios::binary} << bytes;
+}
+
+/// A change that adds an example under the name of its file.
+BarrelChange addExampleFile(const std::filesystem::path& file)
+{
+    return [file](BarrelOfExamplesBundle& barrel) {
+        const OpcPackagePartUri uri{toFilePath("examples" / file.filename())};
+        (void)barrel.addExample(toFilePath(file), uri).value();
+    };
+}
+
+BarrelChange addDamagedExample(const TemporaryFolder& folder, const SampleExample& example, const std::string& entry)
+{
+    const std::filesystem::path file = writeExample(folder, "sources/damaged.kvbdl.zip", example);
+    damageEntry(file, entry);
+    return addExampleFile(file);
 }
 
 } // namespace
@@ -106,6 +133,28 @@ BarrelChange addUnreadableExample(const TemporaryFolder& folder)
         part.writeContentFromFile(toFilePath(file), OpcPackagePartWriteContentMode::replace).value();
         (void)barrel.package().createRelationship(uri, OpcTargetMode::internal, exampleRelationshipType).value();
     };
+}
+
+BarrelChange addExampleWithDamagedPage(const TemporaryFolder& folder, const SampleExample& example)
+{
+    return addDamagedExample(folder, example, "content/documentation.html");
+}
+
+BarrelChange addExampleWithDamagedTexts(const TemporaryFolder& folder, const SampleExample& example)
+{
+    return addDamagedExample(folder, example, "docProps/core.xml");
+}
+
+BarrelChange addExampleWithNamelessPrimaryFile(const TemporaryFolder& folder)
+{
+    const std::filesystem::path file = folder / "sources/nameless.kvbdl.zip";
+    const OpcPackagePartUri uri{L"/primary/%FF.kvsch"}; // a byte that is no character
+    ExampleBundle bundle = ExampleBundle::create().value();
+    (void)bundle.package().createPart(uri, MIMEType{FileType::unknown}, OpcPackageCompressionType::none).value();
+    bundle.setPrimaryFile(uri).value();
+    std::filesystem::create_directories(file.parent_path());
+    bundle.writeToFile(toFilePath(file)).value();
+    return addExampleFile(file);
 }
 
 std::string rowsOf(const QAbstractItemModel& list)

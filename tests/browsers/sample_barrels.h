@@ -48,6 +48,14 @@ BarrelChange addLostExample();
 /// A change that adds an example whose bytes are no bundle.
 BarrelChange addUnreadableExample(const TemporaryFolder& folder);
 
+/// A change that adds an example whose page, or whose core properties (title, description and keywords), cannot be
+/// read: their bytes are not what was written.
+BarrelChange addExampleWithDamagedPage(const TemporaryFolder& folder, const SampleExample& example);
+BarrelChange addExampleWithDamagedTexts(const TemporaryFolder& folder, const SampleExample& example);
+
+/// A change that adds an example whose primary file is no file to unpack, and has a name that no file can have.
+BarrelChange addExampleWithNamelessPrimaryFile(const TemporaryFolder& folder);
+
 /// The rows of a list, one a line. Rows below a row are left out: the example browser's model counts all its rows
 /// there, too, and would be followed without an end.
 std::string rowsOf(const QAbstractItemModel& list);
