@@ -240,6 +240,16 @@ TEST_F(ScriptableBundleEditorTest, AScriptThatCannotBeSetIsToldAndTheRestIsSaved
     EXPECT_TRUE(log.lines().empty());
 }
 
+TEST_F(ScriptableBundleEditorTest, AWarningShowsANameOfBytesThatAreNoText)
+{
+    open();
+    script->setPlainText(largeScript());
+    const EnvironmentVariable noRoom{"TMPDIR", (folder / "no room \xFF").string()};
+    const QString text = failToSaveAs(*editor, folder / "x.kvsbd.zip").second;
+    EXPECT_TRUE(text.contains(QStringLiteral("no room \\xFF"))) << qPrintable(text);
+    EXPECT_TRUE(log.lines().empty());
+}
+
 TEST_F(ScriptableBundleEditorTest, AScriptThatCannotBeSetAndAFileThatCannotBeWrittenAreTwoWarningsInARow)
 {
     open();

@@ -64,6 +64,16 @@ protected:
         EXPECT_TRUE(driver.isDone());
     }
 
+    static void addNoUnicodeDirectory(QTreeView& content)
+    {
+        choose(content, content.model()->index(0, 0), QStringLiteral("Add Directory"), [](ModalDriver& driver) {
+            driver.when<QInputDialog>([](QInputDialog& dialog) {
+                dialog.setTextValue(noUnicode);
+                dialog.accept();
+            });
+        });
+    }
+
     /// Clicks Save and gives `path` to the dialog; `answers` what comes behind it.
     static void save(QWidget& window, const QString& path, const std::function<void(ModalDriver&)>& answers = {})
     {
@@ -109,12 +119,7 @@ TEST_F(ThrowingSlots, AFileInADirectoryWhoseNameIsNoUnicodeIsRefusedAndTheRestIs
 {
     QWidget& window = open("_create_example_bundle_editor", {example});
     auto& content = *window.findChild<QTreeView*>();
-    choose(content, content.model()->index(0, 0), QStringLiteral("Add Directory"), [](ModalDriver& driver) {
-        driver.when<QInputDialog>([](QInputDialog& dialog) {
-            dialog.setTextValue(noUnicode);
-            dialog.accept();
-        });
-    });
+    addNoUnicodeDirectory(content);
     choose(content, rowNamed(*content.model(), noUnicode), QStringLiteral("Add File"), [this](ModalDriver& driver) {
         driver.when<QFileDialog>([this](QFileDialog& dialog) { chooseFile(dialog, below("design/top.kvsch")); });
     });
@@ -122,6 +127,36 @@ TEST_F(ThrowingSlots, AFileInADirectoryWhoseNameIsNoUnicodeIsRefusedAndTheRestIs
     EXPECT_THAT(log.lines(), IsEmpty());
     EXPECT_EQ(call("_unpack_content_bundle", {{folder / "saved.kvbdl.zip"}, {folder / "out"}}).results.at(0), "OK");
     EXPECT_EQ(std::distance(fs::directory_iterator{folder / "out/content"}, {}), 1);
+}
+
+TEST_F(ThrowingSlots, APrimaryFileWhosePathIsNoUnicodeIsLoggedAndAnotherOneIsTaken)
+{
+    QWidget& window = open("_create_example_bundle_editor", {});
+    auto& content = *window.findChild<QTreeView*>();
+    const auto addFileTo = [&](const QModelIndex& directory, const char* name) {
+        choose(content, directory, QStringLiteral("Add File"), [&](ModalDriver& driver) {
+            driver.when<QFileDialog>([&](QFileDialog& dialog) { chooseFile(dialog, below(name)); });
+        });
+    };
+    const auto makePrimary = [&](const char* name) {
+        choose(content, rowNamed(*content.model(), QString::fromUtf8(name)), QStringLiteral("Set Primary"),
+               [](ModalDriver&) {});
+    };
+    const QPushButton& saves = *window.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save);
+    folder.write("good.kvsch", "good");
+    folder.write("bad.kvsch", "bad");
+    addFileTo(content.model()->index(0, 0), "good.kvsch");
+    addNoUnicodeDirectory(content);
+    addFileTo(rowNamed(*content.model(), noUnicode), "bad.kvsch");
+
+    makePrimary("bad.kvsch");
+    EXPECT_THAT(log.lines(), oneLine());
+    EXPECT_FALSE(saves.isEnabled());
+    makePrimary("good.kvsch");
+    EXPECT_TRUE(saves.isEnabled());
+    save(window, below("saved.kvbdl.zip"));
+    EXPECT_EQ(call("_unpack_content_bundle", {{folder / "saved.kvbdl.zip"}, {folder / "out"}}).results.at(0), "OK");
+    EXPECT_THAT(log.lines(), oneLine());
 }
 
 TEST_F(ThrowingSlots, AScriptThatIsNoUnicodeIsLoggedAndTheNextSaveSaves)
