@@ -198,6 +198,12 @@ std::uint64_t PackingPlan::size() const
 
 Planned<PackingPlan> planExample(const CommandLine& line)
 {
+    const auto several = std::ranges::find_if(
+        line.keywords, [](const std::string& keyword) { return keyword.find(';') != std::string::npos; });
+    if (several != line.keywords.end())
+        return Refusal{ExitStatus::usage, "the keyword \"" + Text::displayed(*several) +
+                                              "\" holds \";\", which stands between keywords in a bundle; "
+                                              "give --keyword once for each"};
     auto files = expanded(line.arguments, [](const fs::path&) { return true; });
     if (!files)
         return files.error();

@@ -50,6 +50,15 @@ TEST(PackingPlan, TakesTheOneSchematicAtTheTopOfADirectoryForThePrimaryFile)
     EXPECT_THAT(partNames(*plan), ElementsAre("/content/top.kvsch", "/content/a.html", "/content/below/stage.kvsch"));
 }
 
+TEST(PackingPlan, RefusesAKeywordThatWouldBecomeTwo)
+{
+    const TemporaryFolder folder;
+    CommandLine line = lineFor({folder.write("a.kvsch", "x")});
+    line.keywords = {"filter", "low; pass"};
+    EXPECT_EQ(planExample(line).error().status, ExitStatus::usage);
+    EXPECT_THAT(planExample(line).error().sentence, HasSubstr("\"low; pass\" holds \";\""));
+}
+
 TEST(PackingPlan, AsksWhichFileIsThePrimaryOneWhenThatIsNotClear)
 {
     const TemporaryFolder folder;

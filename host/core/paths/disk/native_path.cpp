@@ -31,7 +31,8 @@ try {
 
 std::string displayedPath(const FilePath2& path)
 {
-    return Text::displayed(path.c_str());
+    // an empty path is seen best by its name
+    return *path.c_str() == L'\0' ? "the empty path" : Text::displayed(path.c_str());
 }
 
 } // namespace Kelvaris::System::Disk

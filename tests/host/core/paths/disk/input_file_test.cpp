@@ -117,9 +117,11 @@ TEST(InputFile, APathThatIsNoTextIsRefused)
     EXPECT_EQ(InputFile::open(FilePath2{path, 2}).error(), code(CoreError::invalidText));
 }
 
-TEST(InputFile, TheEmptyPathIsRefused)
+TEST(InputFile, TheEmptyPathIsRefusedByItsName)
 {
-    EXPECT_EQ(InputFile::open(FilePath2{}).error(), systemCode(ENOENT));
+    const ErrorCode2 error = InputFile::open(FilePath2{}).error();
+    EXPECT_EQ(error, systemCode(ENOENT));
+    EXPECT_TRUE(messageOf(error).starts_with("the empty path: cannot be opened")) << messageOf(error);
 }
 
 TEST(InputFile, APathOf5000CharactersIsRefused)
