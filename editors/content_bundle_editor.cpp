@@ -178,8 +178,11 @@ QModelIndex ContentBundleEditor::toContentIndex(const QModelIndex& viewIndex) co
 void ContentBundleEditor::addDirectory(const QModelIndex& index)
 {
     const QString name = EditorDialogs::askForDirectoryName(this);
-    if (!name.isEmpty())
-        contentModel()->addDirectory(name, toContentIndex(index));
+    if (name.isEmpty())
+        return;
+    contentModel()->addDirectory(name, toContentIndex(index));
+    // the model announces a row also for a directory that is there already; the proxy would keep it as an empty one
+    m_contentProxy->invalidate();
 }
 
 void ContentBundleEditor::addFile(const QModelIndex& index)

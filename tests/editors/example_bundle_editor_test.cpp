@@ -3,7 +3,6 @@
 #include "tests/editors/window_fixture.h"
 #include "tests/support/model_dump.h"
 
-#include <QtCore/QAbstractProxyModel>
 #include <QtTest/QTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
@@ -266,8 +265,14 @@ TEST_F(ExampleBundleEditorTest, ADirectoryThatExistsIsNotAddedAgainAndNothingIsS
     open();
     addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
     addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
-    const auto& proxy = *dynamic_cast<QAbstractProxyModel*>(content->model());
-    EXPECT_EQ(dump(*proxy.sourceModel()), "content\n  sub\n");
+    EXPECT_EQ(dump(*content->model()), "content\n  sub\n");
+    addDirectory(QStringLiteral("sub"), QStringLiteral("deep"));
+    addFile(QStringLiteral("deep"), folder.write("b.kvsch", "b"));
+    addDirectory(QStringLiteral("sub"), QStringLiteral("deep"));
+    addDirectory(QStringLiteral("content"), QStringLiteral("sub"));
+    EXPECT_EQ(content->currentIndex().data().toString(), QStringLiteral("content")) << "which was clicked";
+    EXPECT_TRUE(content->isExpanded(rowNamed(*content->model(), QStringLiteral("deep"))));
+    EXPECT_EQ(dump(*content->model()), "content\n  sub\n    deep\n      b.kvsch\n");
     EXPECT_TRUE(log.lines().empty());
 }
 
