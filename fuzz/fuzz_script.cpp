@@ -16,6 +16,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -187,8 +188,23 @@ private:
         std::string call = function.name + "(";
         const std::size_t count = argumentCount(function, choices);
         for (std::size_t i = 0; i < count; ++i)
-            call += (i == 0 ? "" : ", ") + argument(choices);
+            call += (i == 0 ? "" : ", ") + (i == outputOf(function.name) ? output(choices) : argument(choices));
         return call + ")";
+    }
+
+    /// The argument that tells where a function writes; whatever stands there may be replaced.
+    static std::size_t outputOf(const std::string& function)
+    {
+        constexpr std::string_view writers[] = {"_create_example", "_create_examples", "_unpack_content_bundle",
+                                                "_schematic_bundle_write", "_example_browser_2"};
+        return std::ranges::count(writers, function) == 0 ? mostArguments : 1;
+    }
+
+    std::string output(Choices& choices) const
+    {
+        const std::string paths[] = {(m_scratch / "work/out.zip").string(), (m_scratch / "work/new").string(),
+                                     (m_scratch / "work").string(), choices.text()};
+        return quoted({paths[choices.below(std::size(paths))]});
     }
 
     /// Most often one that the function takes: what it does not take is refused before it is called.

@@ -5,6 +5,7 @@
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/paths/disk/native_path.h"
+#include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 #include "kelvaris/system/url.h"
 
@@ -59,6 +60,8 @@ Result<Disk::OutputTree::Destination> destinationOf(const PartRecord& part, cons
 {
     const Url url{Text::toString2(std::string_view{part.name})};
     auto path = url.toLocalFile(UrlLocalFileOptions::relativePath).andThen(Disk::nativePath);
+    if (!path && path.error() == Text::lackOfMemory()) // no fault of the name
+        return path.error();
     if (!path)
         return Errors::makeError(OpcError::unsafeDestination, subject, Errors::reasonFrom(path.error()));
     return splitAtSlashes(*path);

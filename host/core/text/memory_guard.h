@@ -11,17 +11,21 @@
 
 namespace Kelvaris::System::Text {
 
-/// Calls `callable`, which returns an `Expected`; when there is no room for what it makes, that is generic ENOMEM.
+inline ErrorCode2 lackOfMemory()
+{
+    return ErrorCodeEnumConstructor<std::errc>{}(std::errc::not_enough_memory);
+}
+
+/// Calls `callable`, which returns an `Expected`; when there is no room for what it makes, that is `lackOfMemory`.
 template <class Callable>
 std::invoke_result_t<Callable> withinMemory(Callable&& callable)
 {
-    constexpr ErrorCodeEnumConstructor<std::errc> toCode;
     try {
         return std::invoke(std::forward<Callable>(callable));
     } catch (const std::bad_alloc&) {
-        return toCode(std::errc::not_enough_memory);
+        return lackOfMemory();
     } catch (const std::length_error&) {
-        return toCode(std::errc::not_enough_memory);
+        return lackOfMemory();
     }
 }
 
