@@ -208,15 +208,6 @@ TEST(PatternMatcherOnALongText, FindsWhatStandsBehindSeveralRepetitionsOnAnother
     EXPECT_TRUE(isFound("(.*) (.*) (.*) drive", page));
 }
 
-TEST(PatternMatcherOnALongText, FindsASlowPatternInEachOfThousandsOfRows)
-{
-    PatternMatcher matcher;
-    matcher.setPattern(searchPattern(QStringLiteral("\\w+ .* \\w+ .*zq")));
-    const QString text = QStringLiteral("current mode control, ").repeated(45) + QStringLiteral("zq");
-    for (int row = 0; row < 2'000; ++row)
-        ASSERT_TRUE(matcher.isFoundIn(text)) << row;
-}
-
 TEST(PatternMatcherOnALongText, FindsWhatStandsAtItsEnd)
 {
     PatternMatcher matcher;
