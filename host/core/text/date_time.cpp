@@ -1,6 +1,7 @@
 #include "kelvaris/system/date_time.h"
 
 #include "host/core/errors/make_error.h"
+#include "host/core/text/date_time_words.h"
 #include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
 
@@ -149,13 +150,19 @@ bool isDateTime(Scanner text)
 
 } // namespace
 
+bool Text::isDateTime(std::string_view text)
+{
+    const std::u8string_view words = trimmed({reinterpret_cast<const char8_t*>(text.data()), text.size()});
+    return words.empty() || System::isDateTime(Scanner{narrow(words)});
+}
+
 DateTime::~DateTime() = default;
 
 Expected<DateTime, ErrorCode2> DateTime::fromXSDDateTime(const String2& text)
 {
     return Text::withinMemory([&]() -> Expected<DateTime, ErrorCode2> {
         const std::u8string_view words = Text::trimmed(Text::view(text));
-        if (!words.empty() && !isDateTime(Scanner{Text::narrow(words)}))
+        if (!Text::isDateTime(Text::narrow(words)))
             return Errors::makeError(CoreError::invalidDateTime, Text::displayed(Text::narrow(text)));
         DateTime result;
         result.m_text = Text::toString2(words);

@@ -3,8 +3,8 @@
 #include "host/core/opc/markup/core_properties_reader.h"
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/rule_error.h"
+#include "host/core/text/date_time_words.h"
 #include "host/core/text/text_view.h"
-#include "kelvaris/system/date_time.h"
 
 #include <algorithm>
 #include <utility>
@@ -111,7 +111,7 @@ Expected<void, ErrorCode2> CoreProperties::set(CoreProperty property, std::strin
         return settingError(property, "only the 1st edition has that property; it is not written anew");
     if (!isXmlText(text))
         return settingError(property, quoted(text) + " holds a character that XML does not allow");
-    if (isDate(property) && !DateTime::fromXSDDateTime(Text::toString2(text)))
+    if (isDate(property) && !Text::isDateTime(text))
         return settingError(property, quoted(text) + " is no date");
     if (property == CoreProperty::lastPrinted && !hasSeconds(text))
         return settingError(property, quoted(text) + " tells no time to the second, as XML Schema's dateTime does");

@@ -3,8 +3,8 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/rule_error.h"
 #include "host/core/opc/markup/xml_characters.h"
+#include "host/core/text/date_time_words.h"
 #include "host/core/text/text_view.h"
-#include "kelvaris/system/date_time.h"
 
 #include <utility>
 
@@ -129,7 +129,7 @@ SchemaFault readText(CoreProperty property, const XmlElement& element, std::stri
     if (SchemaFault fault = nestedFault(element); !fault.isNone())
         return fault;
     text = element.text();
-    if (!isDate(property) || DateTime::fromXSDDateTime(Text::toString2(std::string_view{text})))
+    if (!isDate(property) || Text::isDateTime(text))
         return {};
     return propertiesFault("M1.20", quoted(element.writtenName()) + " is " + quoted(text) + ", which is no date");
 }
