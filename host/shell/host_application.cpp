@@ -25,8 +25,9 @@ namespace {
 
 using namespace Kelvaris::System;
 
-void logCaughtException()
-{
+/// Without memory for the line there is none.
+void logCaughtException() noexcept
+try {
     auto& logger = Application::instance()->logger();
     try {
         throw;
@@ -37,6 +38,8 @@ void logCaughtException()
     } catch (...) {
         logger.error("ui", "unknown error");
     }
+} catch (const std::exception&) {
+    return;
 }
 
 // What Qt says while it connects to the display: the first warning is the reason when it fails, and then nobody needs

@@ -8,6 +8,7 @@
 #include "script/func_registration.h"
 #include "tests/faults/allocation_faults.h"
 #include "tests/script/recorded_call.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +85,7 @@ TEST(ScarceMemory, IsAnErrorOfTheOperationAndNoException)
 TEST(ScarceMemory, LeavesNoTemporaryDirectoryBehind)
 {
     const TemporaryFolder folder;
-    ASSERT_EQ(setenv("TMPDIR", folder.path().c_str(), 1), 0);
+    const EnvironmentVariable directory{"TMPDIR", folder.path()};
     std::vector<IO::TemporaryPath2> all; // they go when there is memory again
     all.reserve(100);
     EXPECT_GT(failuresWithoutMemory([&] {
@@ -95,7 +96,6 @@ TEST(ScarceMemory, LeavesNoTemporaryDirectoryBehind)
               }),
               0);
     all.clear();
-    unsetenv("TMPDIR");
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
