@@ -13,10 +13,10 @@ using namespace Kelvaris::System::IO::Bundle;
 
 namespace {
 
-constexpr int created = 2;
-constexpr int keywords = 6;
-constexpr int title = 13;
-constexpr int manufacturer = 15;
+constexpr int createdRow = 2;
+constexpr int keywordsRow = 6;
+constexpr int titleRow = 13;
+constexpr int manufacturerRow = 15;
 
 class ExampleBundleEditorTest : public WindowFixture
 {
@@ -175,7 +175,7 @@ TEST_F(ExampleBundleEditorTest, OnlyABundleWithoutAPrimaryFileTakesTheRequiremen
     addFile(QStringLiteral("sub"), folder.write("b.kvsch", "b"));
     addLostFile("lost.kvsch");
     setPrimary(QStringLiteral("lost.kvsch"));
-    typeProperty(title, QStringLiteral("changed"));
+    typeProperty(titleRow, QStringLiteral("changed"));
     (void)failToSaveAs(*editor, folder / "missing directory/x.kvbdl.zip");
     saveAs(*editor, folder / "saved.kvbdl.zip");
     EXPECT_EQ(requirementColours(), "#00ff00\n#00ff00\n");
@@ -310,7 +310,7 @@ TEST_F(ExampleBundleEditorTest, CancellingTheSaveDialogWritesNothing)
     const auto path = writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}, "a.kvsch");
     const std::string before = readFile(path);
     open(path);
-    typeProperty(title, QStringLiteral("changed"));
+    typeProperty(titleRow, QStringLiteral("changed"));
     ModalDriver driver;
     cancelDialog(driver);
     QTest::mouseClick(saveButton(*editor), Qt::LeftButton);
@@ -328,12 +328,12 @@ TEST_F(ExampleBundleEditorTest, ANewDirectoryAloneDoesNotCountAsContent)
 TEST_F(ExampleBundleEditorTest, ADateThatIsNoneIsLoggedAndTheWindowGoesOn)
 {
     open(writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}, "a.kvsch"));
-    typeProperty(created, QStringLiteral("tomorrow"));
+    typeProperty(createdRow, QStringLiteral("tomorrow"));
     ASSERT_EQ(log.lines().size(), 1U);
     EXPECT_EQ(log.lines().front().rfind("error [ui] ", 0), 0U) << log.lines().front();
     EXPECT_NE(log.lines().front().find("tomorrow"), std::string::npos) << log.lines().front();
-    EXPECT_EQ(property(created), QStringLiteral("tomorrow"));
-    typeProperty(created, QStringLiteral("2026-03-01T12:00:00Z"));
+    EXPECT_EQ(property(createdRow), QStringLiteral("tomorrow"));
+    typeProperty(createdRow, QStringLiteral("2026-03-01T12:00:00Z"));
     EXPECT_EQ(log.lines().size(), 1U);
 }
 
@@ -364,10 +364,10 @@ TEST_F(ExampleBundleEditorTest, SavesOverTheFileThatWasOpenedTwiceInARowAndUnder
 {
     const auto path = writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}, "a.kvsch");
     open(path);
-    typeProperty(title, QStringLiteral("first"));
+    typeProperty(titleRow, QStringLiteral("first"));
     saveAs(*editor, path);
     EXPECT_EQ(ExampleBundle::open(pathOf(path)).value().title().value(), String2{u8"first"});
-    typeProperty(title, QStringLiteral("second"));
+    typeProperty(titleRow, QStringLiteral("second"));
     saveAs(*editor, path);
     EXPECT_EQ(ExampleBundle::open(pathOf(path)).value().title().value(), String2{u8"second"});
     const auto copy = folder / "copy without extension";
@@ -379,7 +379,7 @@ TEST_F(ExampleBundleEditorTest, AFailedSaveIsToldInWordsAndTheNextSaveWorks)
 {
     const auto path = writeExample(folder, "x.kvbdl.zip", {"a.kvsch"}, "a.kvsch");
     open(path);
-    typeProperty(title, QStringLiteral("kept"));
+    typeProperty(titleRow, QStringLiteral("kept"));
     const auto [boxTitle, text] = failToSaveAs(*editor, folder / "missing directory/x.kvbdl.zip");
     EXPECT_EQ(boxTitle, QStringLiteral("Save bundle failed"));
     EXPECT_TRUE(text.contains(QStringLiteral("missing directory/x.kvbdl.zip"))) << qPrintable(text);
@@ -396,18 +396,18 @@ TEST_F(ExampleBundleEditorTest, AUserFillsABundleSavesItAndFindsEverythingAgain)
     addFile(QStringLiteral("content"), folder.write("filter.kvsch", "schematic"));
     addFile(QStringLiteral("data"), folder.write("sweep.testplan", "plan"));
     setPrimary(QStringLiteral("filter.kvsch"));
-    typeProperty(title, QStringLiteral("Filter"));
-    typeProperty(keywords, QStringLiteral("alpha; beta gamma"));
-    typeProperty(manufacturer, QStringLiteral("Renesas"));
+    typeProperty(titleRow, QStringLiteral("Filter"));
+    typeProperty(keywordsRow, QStringLiteral("alpha; beta gamma"));
+    typeProperty(manufacturerRow, QStringLiteral("Renesas"));
     saveAs(*editor, path);
     closeEditor();
 
     open(path);
     EXPECT_EQ(dump(*content->model(), {}, {{0}, {Qt::DisplayRole, Qt::DecorationRole}}),
               "content | -\n  filter.kvsch | #ff0000\n  data | -\n    sweep.testplan | -\n");
-    EXPECT_EQ(property(title), QStringLiteral("Filter"));
-    EXPECT_EQ(property(keywords), QStringLiteral("alpha beta gamma"));
-    EXPECT_EQ(property(manufacturer), QStringLiteral("Renesas"));
+    EXPECT_EQ(property(titleRow), QStringLiteral("Filter"));
+    EXPECT_EQ(property(keywordsRow), QStringLiteral("alpha beta gamma"));
+    EXPECT_EQ(property(manufacturerRow), QStringLiteral("Renesas"));
     EXPECT_TRUE(saveButton(*editor)->isEnabled());
     EXPECT_EQ(ExampleBundle::open(pathOf(path)).value().keywords().value().size(), 2U);
     EXPECT_TRUE(log.lines().empty());

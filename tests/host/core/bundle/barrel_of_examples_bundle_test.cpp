@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <ranges>
+#include <algorithm>
+#include <span>
 
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO;
@@ -50,14 +50,17 @@ std::string bytesOf(const ExamplePart& part)
 /// The same barrel with its examples in pieces: the first one ahead of all other entries, the last one behind them.
 void writeInPieces(const std::filesystem::path& barrel, const std::filesystem::path& path)
 {
-    const auto entries = readEntries(barrel);
-    const auto isExample = [](const auto& entry) { return entry.first.starts_with("examples/"); };
+    auto entries = readEntries(barrel);
+    const auto firstOther = std::stable_partition(
+        entries.begin(), entries.end(), [](const auto& entry) { return entry.first.starts_with("examples/"); });
+    const std::span examples{entries.begin(), firstOther};
+    const std::span others{firstOther, entries.end()};
     PackageFile pieces;
-    for (const auto& [name, bytes] : entries | std::views::filter(isExample))
+    for (const auto& [name, bytes] : examples)
         pieces.add(name + "/[0].piece", std::string_view{bytes}.substr(0, bytes.size() / 2));
-    for (const auto& [name, bytes] : entries | std::views::filter(std::not_fn(isExample)))
+    for (const auto& [name, bytes] : others)
         pieces.add(name, bytes);
-    for (const auto& [name, bytes] : entries | std::views::filter(isExample))
+    for (const auto& [name, bytes] : examples)
         pieces.add(name + "/[1].last.piece", std::string_view{bytes}.substr(bytes.size() / 2));
     pieces.write(path);
 }

@@ -28,7 +28,7 @@ Bytes bytesOf(std::initializer_list<int> values)
 }
 
 const Bytes hint = bytesOf({0x20, 0xA2, 6, 0, 0x28, 0xA0, 2, 0, 0, 0});
-const Bytes other = bytesOf({0x55, 0x54, 1, 0, 0});
+const Bytes timestamps = bytesOf({0x55, 0x54, 1, 0, 0});
 
 /// A package of which "a.txt" has this extra field.
 void write(const std::filesystem::path& path, const Bytes& extra)
@@ -64,14 +64,14 @@ Bytes joined(const Bytes& first, const Bytes& second)
 TEST(GrowthHint, IsFoundAmongOtherFields)
 {
     const TemporaryFolder folder;
-    write(folder / "p.zip", joined(other, hint));
+    write(folder / "p.zip", joined(timestamps, hint));
     EXPECT_EQ(hintOf(folder / "p.zip"), hint);
 }
 
 TEST(GrowthHint, IsNoneWhereThereIsNone)
 {
     const TemporaryFolder folder;
-    write(folder / "p.zip", other);
+    write(folder / "p.zip", timestamps);
     EXPECT_EQ(hintOf(folder / "p.zip"), Bytes{});
 }
 
@@ -85,7 +85,7 @@ TEST(GrowthHint, OfAnotherSignatureIsNone)
 TEST(GrowthHint, StaysWithAPartWhoseBytesChange)
 {
     const TemporaryFolder folder;
-    write(folder / "p.zip", joined(other, hint));
+    write(folder / "p.zip", joined(timestamps, hint));
     const auto package = PackageData::openFile(toFilePath2(folder / "p.zip")).value();
     constexpr std::string_view text = "changed";
     package->setBytes(package->findPart("/a.txt").value(),

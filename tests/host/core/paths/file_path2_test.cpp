@@ -105,7 +105,8 @@ TEST(FilePath2, AppendsItself)
 {
     FilePath2 path = pathOf(L"a long name that does not fit into any small buffer");
     const std::wstring name = path.c_str();
-    path /= path;
+    const FilePath2& itself = path;
+    path /= itself;
     EXPECT_EQ(path.c_str(), name + separator() + name);
 }
 
