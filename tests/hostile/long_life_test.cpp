@@ -17,19 +17,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int actionCount = 4'000; // every tenth of the time is spent on looking for mistakes
-#else
-constexpr int actionCount = 20'000;
-#endif
-
-bool hasLivedLong = false;
-
 /// A day in the life of a host: 20,000 calls and actions, or as many as HOLLERWICK_ACTIONS says.
 int actions()
 {
     const char* const wanted = std::getenv("HOLLERWICK_ACTIONS");
-    return wanted == nullptr ? actionCount : std::atoi(wanted);
+    return wanted == nullptr ? 20'000 : std::atoi(wanted);
 }
 
 /// Files of ours and of the user. Qt keeps pipes for its threads and files of the system, the media types for one.
@@ -58,20 +50,8 @@ std::size_t allocatedBytes()
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__)
-// After thousands of threads of file dialogs LeakSanitizer now and then falls over their storage itself. What leaks
-// over a long life shows in the bytes that the plain build counts.
-extern "C" __attribute__((visibility("default"))) int __lsan_is_turned_off();
-
-extern "C" int __lsan_is_turned_off()
-{
-    return hasLivedLong ? 1 : 0;
-}
-#endif
-
 TEST(LongLife, TakesNoMoreMemoryAndLeavesNoFileOpenOrBehind)
 {
-    hasLivedLong = true;
     const TemporaryFolder folder;
     fs::create_directory(folder / "tmp");
     setenv("TMPDIR", (folder / "tmp").c_str(), 1);
