@@ -1,7 +1,7 @@
-# hollerwick_test(NAME SOURCES file... [ALONE file...] LIBRARIES target...)
+# hollerwick_test(NAME [LONG] SOURCES file... [ALONE file...] LIBRARIES target...)
 #
 # A GoogleTest program and each of its tests as a test of its own, so that a crash names its test. Files that cannot be compiled
-# together with others are ALONE.
+# together with others are ALONE. Of whole programs the LONG ones start first, so that none runs on after the others.
 # Windows go to Qt's offscreen platform; HOME and TMPDIR of a test are below the build directory.
 
 include(GoogleTest)
@@ -24,7 +24,7 @@ function(hollerwick_precompile_test name)
 endfunction()
 
 function(hollerwick_test name)
-    cmake_parse_arguments(TEST "" "" "SOURCES;ALONE;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(TEST "LONG" "" "SOURCES;ALONE;LIBRARIES" ${ARGN})
     add_executable(${name} ${TEST_SOURCES} ${TEST_ALONE})
     hollerwick_compile_alone(${name} ${TEST_ALONE})
     target_link_libraries(${name} PRIVATE hollerwick_options hollerwick_program kelvaris_contract ${TEST_LIBRARIES} GTest::gtest GTest::gmock)
@@ -33,6 +33,9 @@ function(hollerwick_test name)
     if(HOLLERWICK_WHOLE_PROGRAMS)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT "${HOLLERWICK_TEST_ENVIRONMENT}")
+        if(TEST_LONG)
+            set_tests_properties(${name} PROPERTIES COST 100)
+        endif()
         return()
     endif()
     gtest_discover_tests(${name}
