@@ -64,6 +64,15 @@ Planned<Files> filesBelow(const fs::path& directory, const Wanted& isWanted)
     return files;
 }
 
+/// Leaves the first mention of each file: by its own name, then below its directory, say. A link is a file of its own.
+void removeRepeated(Files& files)
+{
+    std::set<fs::path> mentioned;
+    std::erase_if(files, [&](const std::string& file) {
+        return !mentioned.insert(fs::absolute(file).lexically_normal()).second;
+    });
+}
+
 /// @param isWanted  which files of a directory are meant
 template <class Wanted>
 Planned<Files> expanded(const Files& words, const Wanted& isWanted)
@@ -79,6 +88,7 @@ Planned<Files> expanded(const Files& words, const Wanted& isWanted)
             return below.error();
         files.insert(files.end(), below->begin(), below->end());
     }
+    removeRepeated(files);
     return files;
 }
 

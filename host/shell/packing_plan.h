@@ -27,10 +27,12 @@ struct PackingPlan
     std::uint64_t size() const;
 };
 
-/// The design's files: directories stand for all files in them and below, but for hidden ones and the output.
+/// The design's files: directories stand for all files in them and below, but for hidden ones and the output. A file
+/// that is named twice is taken once.
 Kelvaris::System::Expected<PackingPlan, Refusal> planExample(const CommandLine& line);
 
-/// The examples: directories stand for all bundles (*.kvbdl.zip) in them and below.
+/// The examples: directories stand for all bundles (*.kvbdl.zip) in them and below. One that is named twice is taken
+/// once.
 Kelvaris::System::Expected<PackingPlan, Refusal> planBarrel(const CommandLine& line);
 
 /// The name of a file without its directory and the extensions of bundles: "a/amplifier.kvbdl.zip" -> "amplifier".

@@ -50,6 +50,25 @@ TEST(PackingPlan, TakesTheOneSchematicAtTheTopOfADirectoryForThePrimaryFile)
     EXPECT_THAT(partNames(*plan), ElementsAre("/content/top.kvsch", "/content/a.html", "/content/below/stage.kvsch"));
 }
 
+TEST(PackingPlan, TakesAFileOnceThatIsNamedBesideItsDirectory)
+{
+    const TemporaryFolder folder;
+    folder.write("d/z.kvsch", "x");
+    folder.write("d/below/stage.kvsch", "x");
+    const auto plan = planExample(lineFor({folder / "d/z.kvsch", folder / "d/../d", folder / "d/below"}));
+    ASSERT_TRUE(plan) << plan.error().sentence;
+    EXPECT_THAT(partNames(*plan), ElementsAre("/content/z.kvsch", "/content/below/stage.kvsch"));
+}
+
+TEST(PackingPlan, RefusesALinkToAFileThatIsPackedTooInsteadOfLosingIt)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink(folder.write("d/a.kvsch", "x"), folder / "d/link.kvsch");
+    const auto plan = planExample(lineFor({folder / "d/a.kvsch", folder / "d/link.kvsch"}));
+    ASSERT_FALSE(plan);
+    EXPECT_THAT(plan.error().sentence, HasSubstr("link.kvsch: the package has a part of this name already"));
+}
+
 TEST(PackingPlan, RefusesAKeywordThatWouldBecomeTwo)
 {
     const TemporaryFolder folder;
