@@ -19,7 +19,7 @@ namespace {
 std::shared_ptr<SchematicBundle> openBundle(const std::string& bundleId)
 {
     // The subscript is meant: an identifier that is not there leaves an entry without a bundle behind.
-    const std::shared_ptr<SchematicBundle> bundle = schematicBundleTable()[bundleId];
+    std::shared_ptr<SchematicBundle> bundle = schematicBundleTable()[bundleId];
     if (!bundle)
         throw RuntimeError{"no open schematic bundle has the identifier \"" + bundleId + "\""};
     return bundle;

@@ -64,12 +64,6 @@ SchemaFault textFault(const XmlElement& element)
     return {.what = "text in " + quoted(element.writtenName()) + ", which holds none"};
 }
 
-SchemaFault childFault(const XmlElement& element)
-{
-    const auto child = element.firstChild();
-    return child ? unexpectedElement(*child) : SchemaFault{};
-}
-
 std::string prefixWithColon(const XmlElement& element)
 {
     return element.prefix().empty() ? std::string{} : std::string{element.prefix()} + ":";

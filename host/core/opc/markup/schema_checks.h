@@ -43,9 +43,6 @@ SchemaFault unexpectedElement(const XmlElement& element);
 /// Anything but white space directly in the element.
 SchemaFault textFault(const XmlElement& element);
 
-/// Child elements.
-SchemaFault childFault(const XmlElement& element);
-
 /// The prefix of an element's name with its colon, as new elements beside it are written.
 std::string prefixWithColon(const XmlElement& element);
 
