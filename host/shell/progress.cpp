@@ -89,7 +89,7 @@ void Progress::show(std::uint64_t moved)
 
 std::string Progress::fittingLine(int percent) const
 {
-    const std::string done = std::to_string(percent) + " %";
+    std::string done = std::to_string(percent) + " %";
     const std::size_t columns = m_place.columns();
     for (const std::string& line : {m_label + " " + done + " of " + sizeInWords(m_total), m_label + " " + done}) {
         // one column stays free: some terminals break a line that ends in the last one
