@@ -1,6 +1,7 @@
 #include "tests/hostile/answering_machine.h"
 #include "tests/hostile/random_user.h"
 #include "tests/script/loaded_module.h"
+#include "tests/support/environment_variable.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
 
@@ -54,7 +55,7 @@ TEST(LongLife, TakesNoMoreMemoryAndLeavesNoFileOpenOrBehind)
 {
     const TemporaryFolder folder;
     fs::create_directory(folder / "tmp");
-    setenv("TMPDIR", (folder / "tmp").c_str(), 1);
+    const EnvironmentVariable directory{"TMPDIR", (folder / "tmp").string()};
     const LoadedModule module;
     RandomUser user{20, folder / "home"};
     const AnsweringMachine answers{[&](QWidget& window) { user.answer(window); }};
@@ -77,7 +78,6 @@ TEST(LongLife, TakesNoMoreMemoryAndLeavesNoFileOpenOrBehind)
     EXPECT_EQ(openFiles(), filesBefore);
     EXPECT_LE(allocatedBytes(), bytesBefore + (std::size_t{1} << 20));
     EXPECT_TRUE(fs::is_empty(folder / "tmp"));
-    unsetenv("TMPDIR");
     RecordProperty("bytes_before", std::to_string(bytesBefore));
     RecordProperty("bytes_after", std::to_string(allocatedBytes()));
 }
