@@ -29,7 +29,7 @@ Result<> requireExample(PackageData& barrel, const OpcPackaging::Zip::Payload& b
 {
     auto example =
         bytes.openNested(Disk::displayedPath(file)).andThen([&](const OpcPackaging::Zip::ByteSourcePtr& source) {
-            return PackageData::openSource(source, barrel.depth() + 1);
+            return PackageData::openSource(source, barrel.depth() + 1, nullptr, barrel.nestedReadings());
         });
     const Result<> required =
         example ? detail::requireKind(**example, detail::BundleKind::example) : Result<>{example.error()};

@@ -89,10 +89,10 @@ void BundleCheck::checkFormat(PackageData& package, const std::string& place)
     const std::string subject = package.parts().subjectOf(stored.part->name);
     if (!Markup::isSameMediaType(stored.part->mediaType, Layout::propertiesMediaType))
         m_remarks.push_back(subject + ": the media type is not " + std::string{Layout::propertiesMediaType});
-    const auto kind = kindNamed(stored.values.kindName);
+    const auto kind = kindNamed(stored.values->kindName);
     if (!kind)
         return m_faults.add(Errors::makeError(BundleError::invalidProperties, subject,
-                                              describedKind(stored.values.kindName) + " is none that there is"));
+                                              describedKind(stored.values->kindName) + " is none that there is"));
     checkContents(package);
     if (*kind == BundleKind::example)
         checkPrimaryFile(package);

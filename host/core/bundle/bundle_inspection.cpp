@@ -39,9 +39,9 @@ Result<BundleDescription> described(PackageData& package)
         return properties.error();
     BundleDescription description{{}, "a package", {}, {}};
     if (*properties) {
-        description.kind = (*properties)->values.kindName;
+        description.kind = (*properties)->values->kindName;
         description.kindInWords = detail::describedKind(description.kind);
-        description.manufacturer = (*properties)->values.manufacturer.value_or(std::string{});
+        description.manufacturer = (*properties)->values->manufacturer.value_or(std::string{});
     }
     if (auto primary = detail::relatedPart(package, Layout::primaryFileRelationship); primary && *primary != nullptr)
         description.primaryFile = (*primary)->name;

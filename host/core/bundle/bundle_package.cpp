@@ -73,10 +73,10 @@ Result<> requireKind(PackageData& package, BundleKind kind)
     if (!properties)
         return properties.error();
     const bool isKnown = *properties != nullptr;
-    if (isKnown ? isOfKind((*properties)->values.kindName, kind) : kind == BundleKind::content)
+    if (isKnown ? isOfKind((*properties)->values->kindName, kind) : kind == BundleKind::content)
         return {};
     const std::string found =
-        isKnown ? describedKind((*properties)->values.kindName) : "a package that does not say what it holds";
+        isKnown ? describedKind((*properties)->values->kindName) : "a package that does not say what it holds";
     return Errors::makeError(BundleError::wrongKind, package.displayName(),
                              describedKind(kindName(kind)) + " was expected, this is " + found);
 }
@@ -97,10 +97,7 @@ Result<StoredPropertiesPtr> readProperties(PackageData& package)
     auto kept = std::static_pointer_cast<const StoredProperties>(package.keptReading());
     if (kept != nullptr && kept->part == *part && kept->payload == payload)
         return kept;
-    auto bytes = package.parts().read(**part);
-    if (!bytes)
-        return bytes.error();
-    auto values = parseBundleProperties(*bytes, package.parts().subjectOf((*part)->name));
+    auto values = package.parts().readAs<BundleProperties>(**part, parseBundleProperties);
     if (!values)
         return values.error();
     kept = std::make_shared<const StoredProperties>(StoredProperties{*part, payload, std::move(*values)});

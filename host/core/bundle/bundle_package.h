@@ -24,7 +24,7 @@ struct StoredProperties
 {
     PartPtr part;
     PayloadPtr payload; ///< what had been put in the place of the part's bytes when they were read
-    BundleProperties values;
+    OpcPackaging::detail::CopyOnWrite<BundleProperties> values;
 };
 
 using StoredPropertiesPtr = std::shared_ptr<const StoredProperties>;

@@ -75,7 +75,7 @@ Result<> writeManufacturer(PackageData& package, std::string_view manufacturer)
     auto stored = detail::readProperties(package);
     if (!stored)
         return stored.error();
-    if ((*stored)->values.manufacturer.value_or(std::string{}) == manufacturer)
+    if ((*stored)->values->manufacturer.value_or(std::string{}) == manufacturer)
         return {};
     const PartPtr& part = (*stored)->part;
     auto before = package.parts().read(*part);
@@ -162,7 +162,7 @@ Expected<String2, ErrorCode2> ExampleBundle::manufacturer() const
         auto stored = detail::readProperties(data);
         if (!stored)
             return stored.error();
-        const std::string manufacturer = (*stored)->values.manufacturer.value_or(std::string{});
+        const std::string manufacturer = (*stored)->values->manufacturer.value_or(std::string{});
         if (manufacturer.empty())
             return Errors::makeError(BundleError::noManufacturer, data.displayName());
         return Text::toString2(std::string_view{manufacturer});

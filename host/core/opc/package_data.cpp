@@ -26,7 +26,8 @@ Result<PackagePtr> PackageData::openFile(const FilePath2& path, FaultLog* faults
     return openSource(*source, 0, faults);
 }
 
-Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int depth, FaultLog* faults)
+Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int depth, FaultLog* faults,
+                                           SiblingReadingsPtr siblings)
 {
     const std::string& name = source->displayName();
     if (depth >= Limits::packageDepth)
@@ -36,7 +37,11 @@ Result<PackagePtr> PackageData::openSource(const Zip::ByteSourcePtr& source, int
         return archive.error();
     if (!hasContentTypes(**archive))
         return Errors::makeError(OpcError::noContentTypes, name, "ISO/IEC 29500-2 M3.10");
-    return PackagePtr{new PackageData{name, PackageItems{source, std::move(*archive)}, depth, faults}};
+    // a check tells of all faults of each package
+    if (faults != nullptr)
+        siblings = nullptr;
+    return PackagePtr{
+        new PackageData{name, PackageItems{source, std::move(*archive), std::move(siblings)}, depth, faults}};
 }
 
 Result<PartPtr> PackageData::findPart(std::string_view name)
@@ -77,7 +82,14 @@ Result<PackagePtr> PackageData::openNested(const PartRecord& part)
     auto source = m_parts.openNested(part);
     if (!source)
         return source.error();
-    return openSource(*source, m_depth + 1, m_parts.faults());
+    return openSource(*source, m_depth + 1, m_parts.faults(), nestedReadings());
+}
+
+const SiblingReadingsPtr& PackageData::nestedReadings()
+{
+    if (m_nestedReadings == nullptr)
+        m_nestedReadings = std::make_shared<SiblingReadings>();
+    return m_nestedReadings;
 }
 
 Result<> PackageData::write(const FilePath2& path) const

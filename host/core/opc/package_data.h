@@ -27,11 +27,13 @@ public:
     /// @return  as `Disk::InputFile::open`, or as `openSource`
     static Result<std::shared_ptr<PackageData>> openFile(const FilePath2& path, FaultLog* faults = nullptr);
 
-    /// @param depth  in how many packages this one lies
+    /// @param depth     in how many packages this one lies
+    /// @param siblings  `nestedReadings` of the package that it lies in, if it lies in one
     /// @return  as `Zip::Archive::open`; opc 12 when there is no content-types stream, opc 23 when packages lie too
     ///          deep in packages
     static Result<std::shared_ptr<PackageData>> openSource(const Zip::ByteSourcePtr& source, int depth,
-                                                           FaultLog* faults = nullptr);
+                                                           FaultLog* faults = nullptr,
+                                                           SiblingReadingsPtr siblings = nullptr);
 
     PackageData(const PackageData&) = delete;
     PackageData& operator=(const PackageData&) = delete;
@@ -67,6 +69,9 @@ public:
     /// Opens a part as a package in its place; nothing is copied when it is stored.
     Result<std::shared_ptr<PackageData>> openNested(const PartRecord& part);
 
+    /// What the packages in this one have read.
+    const SiblingReadingsPtr& nestedReadings();
+
     /// What the layer above has made of a part's bytes, so that it need not read them again. It knows whether that
     /// still holds.
     std::shared_ptr<const void>& keptReading() noexcept { return m_keptReading; }
@@ -83,6 +88,7 @@ private:
     PackageRelationships m_relationships{m_parts};
     PackageCore m_core{m_parts, m_relationships};
     OpcPackageProperties m_properties{*this};
+    SiblingReadingsPtr m_nestedReadings;
     std::shared_ptr<const void> m_keptReading;
     int m_depth = 0;
 };

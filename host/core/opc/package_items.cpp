@@ -25,8 +25,8 @@ Zip::Effort effortOf(OpcPackageCompressionType compression)
 
 } // namespace
 
-PackageItems::PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive) noexcept
-    : m_source{std::move(source)}, m_archive{std::move(archive)}
+PackageItems::PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive, SiblingReadingsPtr siblings) noexcept
+    : m_source{std::move(source)}, m_archive{std::move(archive)}, m_siblings{std::move(siblings)}
 {
 }
 
@@ -74,6 +74,13 @@ Result<std::vector<std::byte>> PackageItems::read(const PackageItem& item, std::
     if (item.entries.size() == 1)
         return m_archive->read(item.entries.front());
     return readPieces(item, subject);
+}
+
+/// What was put in the place of an entry, and what lies in pieces, is read for this package alone.
+bool PackageItems::isSharable(const PackageItem& item) const
+{
+    return m_siblings != nullptr && item.payload == nullptr && item.entries.size() == 1 &&
+           m_archive->isReadWhole(item.entries.front());
 }
 
 Result<std::vector<std::byte>> PackageItems::readPieces(const PackageItem& item, std::string_view subject) const

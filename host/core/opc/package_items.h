@@ -1,6 +1,8 @@
 #pragma once
 
+#include "host/core/opc/copy_on_write.h"
 #include "host/core/opc/result.h"
+#include "host/core/opc/sibling_readings.h"
 #include "host/core/opc/zip/archive.h"
 #include "host/core/opc/zip/payload_store.h"
 #include "kelvaris/system/file_path2.h"
@@ -9,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -42,8 +45,9 @@ public:
     /// Of a new package.
     PackageItems() = default;
 
-    /// @param source  what `archive` was opened from
-    PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive) noexcept;
+    /// @param source    what `archive` was opened from
+    /// @param siblings  of the packages beside this one; null when there are none
+    PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive, SiblingReadingsPtr siblings) noexcept;
 
     /// @return  null for a new package
     const Zip::Archive* archive() const noexcept { return m_archive.get(); }
@@ -67,20 +71,57 @@ public:
     Result<> stream(const PackageItem& item, std::string_view subject, const Disk::ByteSink& sink) const;
     Result<Zip::ByteSourcePtr> openNested(const PackageItem& item, std::string_view subject) const;
 
+    /// What `parse` makes of an item's bytes, or has made of the same bytes for a package beside this one.
+    ///
+    /// @param subject  a callable that returns what is read, for messages
+    /// @param parse    takes the bytes and that text, returns a `Result<Document>`; the subject must be in its errors
+    ///                 alone
+    template <class Document, class Subject, class Parse>
+    Result<CopyOnWrite<Document>> readAs(const PackageItem& item, const Subject& subject, const Parse& parse) const;
+
     /// Saves everything. No thread runs afterwards.
     /// @return  the error of reading or writing; the file is as it was then
     Result<> write(const FilePath2& path, const Generated& generated) const;
 
 private:
+    bool isSharable(const PackageItem& item) const;
     Zip::PayloadStore& store();
     Result<> writeItems(const FilePath2& path, const Generated& generated) const;
     Result<std::vector<std::byte>> readPieces(const PackageItem& item, std::string_view subject) const;
 
     Zip::ByteSourcePtr m_source;
     Zip::ArchivePtr m_archive;
+    SiblingReadingsPtr m_siblings;
     std::vector<ItemPtr> m_changed; ///< in the order of the first change
     std::vector<ItemPtr> m_added;
     std::unique_ptr<Zip::PayloadStore> m_store;
 };
+
+template <class Document, class Subject, class Parse>
+Result<CopyOnWrite<Document>> PackageItems::readAs(const PackageItem& item, const Subject& subject,
+                                                   const Parse& parse) const
+{
+    std::vector<std::byte> buffer;
+    std::optional<Zip::PackedEntry> packed;
+    if (isSharable(item)) {
+        auto read = m_archive->readPacked(item.entries.front(), buffer);
+        if (!read)
+            return read.error();
+        if (auto known = m_siblings->find<Document>(item.name, *read))
+            return CopyOnWrite<Document>{std::move(known)};
+        packed = *read;
+    }
+    const std::string name = subject();
+    const auto bytes = packed ? m_archive->unpack(item.entries.front(), *packed) : read(item, name);
+    if (!bytes)
+        return bytes.error();
+    auto document = parse(*bytes, name);
+    if (!document)
+        return document.error();
+    auto made = std::make_shared<Document>(std::move(*document));
+    if (packed)
+        m_siblings->keep(item.name, *packed, made);
+    return CopyOnWrite<Document>{std::move(made)};
+}
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

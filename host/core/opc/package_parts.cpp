@@ -29,9 +29,10 @@ Result<> checkRelationshipsPart(const PartRecord& part, const std::string& subje
 
 } // namespace
 
-PackageParts::PackageParts() : m_table{std::make_unique<Table>()}
+PackageParts::PackageParts()
+    : m_table{std::make_unique<Table>(CopyOnWrite<Markup::ContentTypes>{},
+                                      m_items.add(std::string{Markup::contentTypesItemName}))}
 {
-    m_table->typesItem = m_items.add(std::string{Markup::contentTypesItemName});
 }
 
 PackageParts::PackageParts(std::string displayName, PackageItems items, FaultLog* faults) noexcept
@@ -73,11 +74,11 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
     const bool isFree = typing == Typing::byExtension &&
                         !m_table->otherExtensions.contains(Text::toAsciiLower(Markup::extensionOf(name)));
     using ExtensionUse = Markup::ContentTypes::ExtensionUse;
-    auto typed = m_table->types.set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
+    auto typed = m_table->types.toChange().set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
     if (!typed)
         return typed.error();
     Errors::Rollback forgetRest{[&] {
-        m_table->types.remove(name);
+        m_table->types.toChange().remove(name);
         if (part->item != nullptr)
             m_items.remove(part->item);
     }};
@@ -105,7 +106,7 @@ Result<> PackageParts::reserveName(std::string_view name)
 
 void PackageParts::remove(const PartPtr& part)
 {
-    m_table->types.remove(part->name);
+    m_table->types.toChange().remove(part->name);
     m_table->names.remove(part->name);
     m_table->byKey.erase(Markup::partNameKey(part->name));
     std::erase(m_table->parts, part);
@@ -117,7 +118,7 @@ Result<std::vector<std::string>> PackageParts::typedNamesWithoutPart()
 {
     if (auto loaded = load(); !loaded)
         return loaded.error();
-    std::vector<std::string> names = m_table->types.overriddenNames();
+    std::vector<std::string> names = m_table->types->overriddenNames();
     std::erase_if(names, [this](const std::string& name) { return m_table->byKey.contains(name); });
     return names;
 }
@@ -139,9 +140,9 @@ Result<Zip::ByteSourcePtr> PackageParts::openNested(const PartRecord& part) cons
 
 void PackageParts::generateContentTypes(PackageItems::Generated& generated) const
 {
-    if (m_table == nullptr || (m_table->typesItem->hasBytes() && !m_table->types.isChanged()))
+    if (m_table == nullptr || (m_table->typesItem->hasBytes() && !m_table->types->isChanged()))
         return;
-    const std::string text = m_table->types.serialised();
+    const std::string text = m_table->types->serialised();
     const auto bytes = std::as_bytes(std::span{text});
     generated[m_table->typesItem.get()] = {bytes.begin(), bytes.end()};
 }
@@ -173,9 +174,7 @@ Result<PackageParts::Table> PackageParts::readTable() const
     auto types = readContentTypes(scan->contentTypes);
     if (!types)
         return types.error();
-    Table table;
-    table.types = std::move(*types);
-    table.typesItem = scan->contentTypes;
+    Table table{std::move(*types), std::move(scan->contentTypes)};
     table.diagnostics = std::move(scan->diagnostics);
     table.parts.reserve(scan->named.size());
     table.byKey.reserve(scan->named.size());
@@ -192,20 +191,20 @@ Result<PackageParts::Table> PackageParts::readTable() const
     return table;
 }
 
-Result<Markup::ContentTypes> PackageParts::readContentTypes(const ItemPtr& item) const
+Result<CopyOnWrite<Markup::ContentTypes>> PackageParts::readContentTypes(const ItemPtr& item) const
 {
     if (item == nullptr)
         return Errors::makeError(OpcError::noContentTypes, m_displayName, "ISO/IEC 29500-2 M3.10");
-    const std::string subject = subjectOf(Markup::contentTypesItemName);
-    auto bytes = m_items.read(*item, subject);
-    if (!bytes)
-        return bytes.error();
-    return Markup::ContentTypes::parse(*bytes, subject, m_faults);
+    return m_items.readAs<Markup::ContentTypes>(
+        *item, [this] { return subjectOf(Markup::contentTypesItemName); },
+        [this](std::span<const std::byte> bytes, std::string_view subject) {
+            return Markup::ContentTypes::parse(bytes, subject, m_faults);
+        });
 }
 
 Result<> PackageParts::enter(Table& table, NamedItem& named) const
 {
-    const auto type = table.types.typeOfKey(named.key);
+    const auto type = table.types->typeOfKey(named.key);
     if (!type) {
         table.diagnostics.push_back(Text::displayed(named.item->name) +
                                     ": an item without a content type is no part (M3.5)");

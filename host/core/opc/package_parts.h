@@ -49,6 +49,14 @@ public:
     Result<std::vector<std::string>> typedNamesWithoutPart();
 
     Result<std::vector<std::byte>> read(const PartRecord& part) const;
+    /// As `PackageItems::readAs`.
+    template <class Document, class Parse>
+    Result<CopyOnWrite<Document>> readAs(const PartRecord& part, const Parse& parse) const
+    {
+        return m_items.readAs<Document>(
+            *part.item, [&] { return subjectOf(part.name); }, parse);
+    }
+
     Result<> stream(const PartRecord& part, const Disk::ByteSink& sink) const;
     Result<Zip::ByteSourcePtr> openNested(const PartRecord& part) const;
 
@@ -69,7 +77,12 @@ public:
 private:
     struct Table
     {
-        Markup::ContentTypes types;
+        Table(CopyOnWrite<Markup::ContentTypes> readTypes, ItemPtr readFrom)
+            : types{std::move(readTypes)}, typesItem{std::move(readFrom)}
+        {
+        }
+
+        CopyOnWrite<Markup::ContentTypes> types;
         ItemPtr typesItem;
         std::vector<PartPtr> parts;
         Text::NameMap<PartPtr> byKey;
@@ -81,7 +94,7 @@ private:
 
     Result<> load();
     Result<Table> readTable() const;
-    Result<Markup::ContentTypes> readContentTypes(const ItemPtr& item) const;
+    Result<CopyOnWrite<Markup::ContentTypes>> readContentTypes(const ItemPtr& item) const;
     Result<> enter(Table& table, NamedItem& named) const;
     Result<> reserveName(std::string_view name);
     static void addOther(Table& table, std::string_view partName);

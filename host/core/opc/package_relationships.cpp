@@ -20,7 +20,7 @@ Result<const Markup::Relationships*> PackageRelationships::of(std::string_view s
     auto set = setOf(source);
     if (!set)
         return set.error();
-    return &(*set)->document;
+    return &*(*set)->document;
 }
 
 Result<std::vector<RelationshipPtr>> PackageRelationships::records(std::string_view source)
@@ -57,7 +57,7 @@ Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::
     const bool isFirst = (*set)->part == nullptr;
     std::string id;
     Errors::Rollback takeBack{[&] {
-        (*set)->document.remove(id);
+        (*set)->document.toChange().remove(id);
         if (isFirst && (*set)->part != nullptr)
             m_parts.remove(std::exchange((*set)->part, nullptr));
     }};
@@ -68,7 +68,7 @@ Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::
             return part.error();
         (*set)->part = *part;
     }
-    auto added = (*set)->document.add(source, type, target, mode);
+    auto added = (*set)->document.toChange().add(source, type, target, mode);
     if (!added)
         return added.error();
     id = (*added)->id;
@@ -82,7 +82,7 @@ Result<> PackageRelationships::remove(std::string_view source, std::string_view 
     auto set = setOf(source);
     if (!set)
         return set.error();
-    (*set)->document.remove(id);
+    (*set)->document.toChange().remove(id);
     return {};
 }
 
@@ -110,9 +110,9 @@ Result<RelationshipPtr> PackageRelationships::replaceByType(std::string_view sou
 void PackageRelationships::generate(PackageItems::Generated& generated) const
 {
     for (const auto& [source, set] : m_sets) {
-        if (set.part == nullptr || (set.part->item->hasBytes() && !set.document.isChanged()))
+        if (set.part == nullptr || (set.part->item->hasBytes() && !set.document->isChanged()))
             continue;
-        const std::string text = set.document.serialised();
+        const std::string text = set.document->serialised();
         const auto bytes = std::as_bytes(std::span{text});
         generated[set.part->item.get()] = {bytes.begin(), bytes.end()};
     }
@@ -136,10 +136,11 @@ Result<PackageRelationships::Set> PackageRelationships::read(std::string_view so
         return part.error();
     if (*part == nullptr)
         return Set{};
-    auto bytes = m_parts.read(**part);
-    if (!bytes)
-        return bytes.error();
-    auto document = Markup::Relationships::parse(*bytes, source, m_parts.subjectOf((*part)->name), m_parts.faults());
+    // what the targets mean depends on the source, which the name of the part tells
+    auto document =
+        m_parts.readAs<Markup::Relationships>(**part, [&](std::span<const std::byte> bytes, std::string_view subject) {
+            return Markup::Relationships::parse(bytes, source, subject, m_parts.faults());
+        });
     if (!document)
         return document.error();
     return Set{std::move(*document), *part};

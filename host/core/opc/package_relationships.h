@@ -44,7 +44,7 @@ public:
 private:
     struct Set
     {
-        Markup::Relationships document;
+        CopyOnWrite<Markup::Relationships> document;
         PartPtr part; ///< null until there is one
     };
 

@@ -153,7 +153,7 @@ Expected<void, ErrorCode2> Archive::verify(std::size_t index) const
     return {};
 }
 
-PackedData Archive::packed(std::size_t index) const
+PackedData Archive::packedData(std::size_t index) const
 {
     const Entry& entry = m_entries[index];
     return {.source = *m_source,
@@ -165,9 +165,13 @@ PackedData Archive::packed(std::size_t index) const
             .subject = [this, index] { return describe(index); }};
 }
 
-/// The compressed bytes of an entry that is read header and all, verified, from memory or in `buffer`.
-Expected<std::span<const std::byte>, ErrorCode2> Archive::readRegion(std::size_t index,
-                                                                     std::vector<std::byte>& buffer) const
+bool Archive::isReadWhole(std::size_t index) const
+{
+    const Entry& entry = m_entries.at(index);
+    return entry.regionEnd - entry.headerOffset <= wholeRegion;
+}
+
+Expected<PackedEntry, ErrorCode2> Archive::readPacked(std::size_t index, std::vector<std::byte>& buffer) const
 {
     const Entry& entry = m_entries[index];
     const auto region = stretchOf(*m_source, entry.headerOffset, entry.regionEnd - entry.headerOffset, buffer);
@@ -178,54 +182,56 @@ Expected<std::span<const std::byte>, ErrorCode2> Archive::readRegion(std::size_t
         return local.error();
     m_locals.resize(m_entries.size());
     m_locals[index] = *local;
-    return region->subspan(local->dataOffset - entry.headerOffset, entry.compressedSize);
+    return PackedEntry{.bytes = region->subspan(local->dataOffset - entry.headerOffset, entry.compressedSize),
+                       .size = entry.size,
+                       .crc = entry.crc,
+                       .method = entry.method};
 }
 
-Expected<std::vector<std::byte>, ErrorCode2> Archive::readSmall(std::size_t index) const
+Expected<std::vector<std::byte>, ErrorCode2> Archive::unpack(std::size_t index, const PackedEntry& packed) const
 {
-    std::vector<std::byte> buffer;
-    const auto compressed = readRegion(index, buffer);
-    if (!compressed)
-        return compressed.error();
-    return unpackBytes(packed(index), *compressed);
+    return unpackBytes(packedData(index), packed.bytes);
 }
 
 Expected<ByteSourcePtr, ErrorCode2> Archive::readSmallPackage(std::size_t index) const
 {
     std::vector<std::byte> buffer;
-    const auto bytes = readRegion(index, buffer);
-    if (!bytes)
-        return bytes.error();
-    const std::uint64_t size = bytes->size();
+    const auto packed = readPacked(index, buffer);
+    if (!packed)
+        return packed.error();
+    const std::uint64_t size = packed->bytes.size();
     if (buffer.empty())
         return windowSource(m_source, m_locals[index].dataOffset, size, describe(index));
-    buffer.erase(buffer.begin(), buffer.begin() + (bytes->data() - buffer.data()));
+    buffer.erase(buffer.begin(), buffer.begin() + (packed->bytes.data() - buffer.data()));
     buffer.resize(size);
     return memorySource(std::move(buffer), describe(index));
 }
 
 Expected<std::vector<std::byte>, ErrorCode2> Archive::read(std::size_t index) const
 {
-    const Entry& entry = m_entries.at(index);
-    if (entry.regionEnd - entry.headerOffset <= wholeRegion)
-        return readSmall(index);
+    if (isReadWhole(index)) {
+        std::vector<std::byte> buffer;
+        const auto packed = readPacked(index, buffer);
+        if (!packed)
+            return packed.error();
+        return unpack(index, *packed);
+    }
     if (auto verified = verify(index); !verified)
         return verified.error();
-    return readPacked(packed(index));
+    return Zip::readPacked(packedData(index));
 }
 
 Expected<void, ErrorCode2> Archive::stream(std::size_t index, const Disk::ByteSink& sink) const
 {
-    const Entry& entry = m_entries.at(index);
-    if (entry.regionEnd - entry.headerOffset <= wholeRegion && entry.size <= wholeRegion) {
-        const auto bytes = readSmall(index);
+    if (isReadWhole(index) && m_entries[index].size <= wholeRegion) {
+        const auto bytes = read(index);
         if (!bytes)
             return bytes.error();
         return bytes->empty() ? Expected<void, ErrorCode2>{} : sink(*bytes);
     }
     if (auto verified = verify(index); !verified)
         return verified;
-    return streamPacked(packed(index), sink);
+    return streamPacked(packedData(index), sink);
 }
 
 Expected<ByteSourcePtr, ErrorCode2> Archive::openNested(std::size_t index) const

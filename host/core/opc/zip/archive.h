@@ -64,7 +64,20 @@ public:
     /// @return  as `verify`; opc 10 and 11 when the bytes are damaged; opc 23 when they are more than the limits allow
     Expected<std::vector<std::byte>, ErrorCode2> read(std::size_t index) const;
 
-    /// The same for entries of any size, in bounded memory. `sink` has seen bytes when the checksum turns out wrong.
+    /// Whether `readPacked` may be asked for the entry: whether it is so small that it is read in one piece anyway.
+    bool isReadWhole(std::size_t index) const;
+
+    /// The first half of `read`: the entry's bytes as they stand.
+    /// @param buffer  where they are put unless the source is in memory; the result is a view of either
+    /// @return  as `verify`
+    Expected<PackedEntry, ErrorCode2> readPacked(std::size_t index, std::vector<std::byte>& buffer) const;
+
+    /// The second half.
+    /// @param packed  of `readPacked`, for the same entry
+    Expected<std::vector<std::byte>, ErrorCode2> unpack(std::size_t index, const PackedEntry& packed) const;
+
+    /// The same as `read` for entries of any size, in bounded memory. `sink` has seen bytes when the checksum turns out
+    /// wrong.
     Expected<void, ErrorCode2> stream(std::size_t index, const Disk::ByteSink& sink) const;
 
     /// The entry's bytes as the source of another archive: a window when they are stored, a copy in memory when they
@@ -90,11 +103,8 @@ private:
 
     Expected<void, ErrorCode2> readDirectory(FaultLog* faults);
     Expected<Local, ErrorCode2> readLocal(const Entry& entry, const ByteSource& source) const;
-    Expected<std::span<const std::byte>, ErrorCode2> readRegion(std::size_t index,
-                                                                std::vector<std::byte>& buffer) const;
-    Expected<std::vector<std::byte>, ErrorCode2> readSmall(std::size_t index) const;
     Expected<ByteSourcePtr, ErrorCode2> readSmallPackage(std::size_t index) const;
-    PackedData packed(std::size_t index) const;
+    PackedData packedData(std::size_t index) const;
 
     ByteSourcePtr m_source;
     std::vector<std::byte> m_directory;

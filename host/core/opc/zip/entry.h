@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -28,6 +29,21 @@ struct Entry
 
     /// MS-DOS directories; ISO/IEC 29500-2 M3.7 calls them no parts.
     bool isDirectory() const noexcept { return name.ends_with('/'); }
+};
+
+/// An entry's bytes as they stand in an archive, and what must come out of them. Equal ones unpack to equal bytes.
+struct PackedEntry
+{
+    std::span<const std::byte> bytes;
+    std::uint64_t size = 0;
+    std::uint32_t crc = 0;
+    Method method = Method::stored;
+
+    bool operator==(const PackedEntry& other) const noexcept
+    {
+        return crc == other.crc && size == other.size && method == other.method &&
+               std::ranges::equal(bytes, other.bytes);
+    }
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Zip
