@@ -168,14 +168,14 @@ void BundleCheck::checkSchematics(PackageData& package)
 
 std::vector<PartPtr> BundleCheck::targets(PackageData& package, std::string_view source, std::string_view type)
 {
-    auto relationships = package.relationships().recordsByType(source, type);
+    auto relationships = package.relationships().ofType(source, type);
     if (!relationships) {
         m_faults.add(relationships.error());
         return {};
     }
     std::vector<PartPtr> parts;
     for (const auto& relationship : *relationships) {
-        auto part = package.findTarget(*relationship);
+        auto part = package.findTarget(source, *relationship);
         if (part)
             parts.push_back(std::move(*part));
         else

@@ -83,14 +83,14 @@ Result<> requireKind(PackageData& package, BundleKind kind)
 
 Result<StoredPropertiesPtr> readProperties(PackageData& package)
 {
-    auto relationships = package.relationships().recordsByType(Markup::packageSource, Layout::propertiesRelationship);
+    auto relationships = package.relationships().ofType(Markup::packageSource, Layout::propertiesRelationship);
     if (!relationships)
         return relationships.error();
     if (relationships->empty())
         return StoredPropertiesPtr{};
     if (relationships->size() > 1)
         return Errors::makeError(BundleError::invalidProperties, package.displayName(), "there are several");
-    auto part = package.findTarget(*relationships->front());
+    auto part = package.findTarget(Markup::packageSource, *relationships->front());
     if (!part)
         return Errors::makeError(BundleError::invalidProperties, {}, Errors::reasonFrom(part.error()));
     const PayloadPtr& payload = (*part)->item->payload;
@@ -137,12 +137,12 @@ void dropRelatedPart(PackageData& package, const PartPtr& part)
 
 Result<PartPtr> relatedPart(PackageData& package, std::string_view relationshipType)
 {
-    auto relationships = package.relationships().recordsByType(Markup::packageSource, relationshipType);
+    auto relationships = package.relationships().ofType(Markup::packageSource, relationshipType);
     if (!relationships)
         return relationships.error();
     if (relationships->empty())
         return PartPtr{};
-    return package.findTarget(*relationships->front());
+    return package.findTarget(Markup::packageSource, *relationships->front());
 }
 
 } // namespace Kelvaris::System::IO::Bundle::detail

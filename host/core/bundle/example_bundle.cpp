@@ -46,11 +46,11 @@ Result<> relateOnly(PackageData& package, const OpcPackagePartUri& uri, std::str
 /// The content part of that name in any ASCII case; null when there is none.
 Result<PartPtr> contentPart(PackageData& package, std::string_view name)
 {
-    auto relationships = package.relationships().recordsByType(Markup::packageSource, Layout::contentRelationship);
+    auto relationships = package.relationships().ofType(Markup::packageSource, Layout::contentRelationship);
     if (!relationships)
         return relationships.error();
     for (const auto& relationship : *relationships) {
-        auto part = package.findTarget(*relationship);
+        auto part = package.findTarget(Markup::packageSource, *relationship);
         if (part && Text::equalsAsciiCase((*part)->name, name))
             return part;
     }

@@ -26,13 +26,13 @@ namespace {
 Result<std::vector<PartPtr>> contentParts(PackageData& package)
 {
     auto relationships =
-        package.relationships().recordsByType(OpcPackaging::Markup::packageSource, Layout::contentRelationship);
+        package.relationships().ofType(OpcPackaging::Markup::packageSource, Layout::contentRelationship);
     if (!relationships)
         return relationships.error();
     std::vector<PartPtr> parts;
     std::unordered_set<const PartRecord*> seen;
     for (const auto& relationship : *relationships) {
-        auto part = package.findTarget(*relationship);
+        auto part = package.findTarget(OpcPackaging::Markup::packageSource, *relationship);
         if (!part)
             return part.error();
         if (seen.insert(part->get()).second)

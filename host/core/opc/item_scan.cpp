@@ -8,7 +8,10 @@
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
+#include <array>
+#include <memory_resource>
 #include <optional>
+#include <unordered_map>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
@@ -24,12 +27,18 @@ struct Piece
 /// All entries that make up one item.
 struct Group
 {
-    std::string itemName;
+    std::string_view itemName; ///< in the archive
     Markup::PartName partName;
-    std::string_view key; ///< in the table of places
+    std::string key;
     std::optional<std::uint32_t> whole;
     std::vector<Piece> pieces;
 };
+
+/// Looking up the directories of a deeper name takes longer than the tree of names does.
+constexpr std::ptrdiff_t mostDirectories = 32;
+
+/// Room on the stack for the table of places of a usual example.
+constexpr std::size_t usualTable = 2048;
 
 bool isContentTypesName(std::string_view itemName)
 {
@@ -42,6 +51,13 @@ std::string keyOf(std::string_view itemName, const Markup::PartName& partName)
     if (partName.isValid())
         return Markup::partNameKey(partName.text);
     return ':' + Text::toAsciiLower(itemName);
+}
+
+/// "/a" for "/a/b"; empty for "/a" and for what is no part's name.
+std::string_view directoryOf(std::string_view key)
+{
+    const std::size_t end = key.rfind('/');
+    return key.front() == '/' && end != std::string_view::npos ? key.substr(0, end) : std::string_view{};
 }
 
 bool isComplete(const std::vector<Piece>& sorted)
@@ -60,6 +76,7 @@ public:
     {
         m_groups.reserve(archive.entries().size());
         m_places.reserve(archive.entries().size());
+        m_scan.named.reserve(archive.entries().size());
     }
 
     Result<ItemScan> scan()
@@ -68,6 +85,7 @@ public:
             if (auto entered = enter(entry); !entered)
                 return entered.error();
         }
+        m_scan.areUnrelated = areUnrelated();
         for (Group& group : m_groups) {
             if (auto added = add(group); !added)
                 return added.error();
@@ -99,10 +117,31 @@ private:
     Group& groupOf(std::string_view itemName, const Zip::Entry& record)
     {
         Markup::PartName partName = Markup::partNameFromItemName(itemName, record.hasUtf8Name());
-        const auto [place, isNew] = m_places.try_emplace(keyOf(itemName, partName), m_groups.size());
-        if (isNew)
-            m_groups.push_back({std::string{itemName}, std::move(partName), place->first, std::nullopt, {}});
-        return m_groups[place->second];
+        std::string key = keyOf(itemName, partName);
+        if (const auto known = m_places.find(key); known != m_places.end())
+            return *known->second;
+        Group& group = m_groups.emplace_back(Group{itemName, std::move(partName), std::move(key), std::nullopt, {}});
+        m_places.emplace(group.key, &group);
+        return group;
+    }
+
+    /// Keys of items that are no parts do not begin with "/", as every directory of a part does.
+    bool areUnrelated() const
+    {
+        std::string_view lastDirectory;
+        return std::ranges::all_of(m_groups, [&](const Group& group) {
+            std::string_view directory = directoryOf(group.key);
+            if (directory == lastDirectory)
+                return true;
+            lastDirectory = directory;
+            if (std::ranges::count(directory, '/') > mostDirectories)
+                return false;
+            for (; !directory.empty(); directory = directoryOf(directory)) {
+                if (m_places.contains(directory))
+                    return false;
+            }
+            return true;
+        });
     }
 
     Result<> add(Group& group)
@@ -141,12 +180,12 @@ private:
     void addItem(Group& group, std::vector<std::uint32_t> entries)
     {
         auto item = std::make_shared<PackageItem>();
-        item->name = std::move(group.itemName);
+        item->name = group.itemName;
         item->entries = std::move(entries);
         if (isContentTypesName(item->name))
             m_scan.contentTypes = std::move(item);
         else if (group.partName.isValid())
-            m_scan.named.push_back({std::move(item), std::move(group.partName.text), std::string{group.key}});
+            m_scan.named.push_back({std::move(item), std::move(group.partName.text), std::move(group.key)});
         else
             leaveAlone(item->name, "the name makes no part name: " + group.partName.fault);
     }
@@ -158,8 +197,10 @@ private:
 
     const Zip::Archive& m_archive;
     FaultLog* m_faults;
-    std::vector<Group> m_groups;
-    Text::NameMap<std::size_t> m_places;
+    std::vector<Group> m_groups; ///< does not grow beyond the room that it has from the beginning
+    std::array<std::byte, usualTable> m_room;
+    std::pmr::monotonic_buffer_resource m_memory{m_room.data(), m_room.size()};
+    std::pmr::unordered_map<std::string_view, Group*, Text::NameHash> m_places{&m_memory}; ///< by their keys
     ItemScan m_scan;
 };
 

@@ -23,6 +23,7 @@ struct ItemScan
 {
     ItemPtr contentTypes; ///< null when there are none
     std::vector<NamedItem> named;
+    bool areUnrelated = true; ///< whether no name can be derived from another (M1.11); false: perhaps some are
     std::vector<std::string> incomplete;  ///< part names of which there are only some pieces
     std::vector<std::string> diagnostics; ///< a sentence for each entry that is left alone
 };

@@ -66,7 +66,7 @@ void PackageCore::generate(PackageItems::Generated& generated) const
 
 Result<PackageCore::State> PackageCore::read()
 {
-    auto relationships = m_relationships.recordsByType(Markup::packageSource, Markup::corePropertiesRelationshipType);
+    auto relationships = m_relationships.ofType(Markup::packageSource, Markup::corePropertiesRelationshipType);
     if (!relationships)
         return relationships.error();
     if (relationships->size() > 1)
@@ -95,14 +95,16 @@ Result<PartPtr> PackageCore::partOfType() const
     return found;
 }
 
-Result<PackageCore::State> PackageCore::readFrom(const RelationshipRecord& relationship)
+Result<PackageCore::State> PackageCore::readFrom(const Markup::Relationship& relationship)
 {
+    const auto subject = [&] {
+        return relationshipSubject(m_parts.displayName(), relationship.id, Markup::packageSource);
+    };
     if (relationship.mode == OpcTargetMode::external)
-        return Errors::makeError(OpcError::invalidCoreProperties, relationship.subject(),
-                                 "they stand outside the package (M4.1)");
-    const Markup::ResolvedTarget target = relationship.resolved();
+        return Errors::makeError(OpcError::invalidCoreProperties, subject(), "they stand outside the package (M4.1)");
+    const Markup::ResolvedTarget target = Markup::resolveTarget(Markup::packageSource, relationship.target);
     if (!target.isPartName())
-        return Errors::makeError(OpcError::invalidCoreProperties, relationship.subject(), target.fault);
+        return Errors::makeError(OpcError::invalidCoreProperties, subject(), target.fault);
     auto part = m_parts.findIfThere(target.partName);
     if (!part)
         return part.error();

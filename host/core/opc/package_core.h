@@ -47,7 +47,7 @@ private:
     };
 
     Result<State> read();
-    Result<State> readFrom(const RelationshipRecord& relationship);
+    Result<State> readFrom(const Markup::Relationship& relationship);
     Result<State> readPart(const PartPtr& part) const;
     Result<PartPtr> partOfType() const;
     Result<State> stateToChange() const;

@@ -54,15 +54,28 @@ Result<PartPtr> PackageData::findPart(std::string_view name)
     return part;
 }
 
+Result<PartPtr> PackageData::findTarget(std::string_view source, const Markup::Relationship& relationship)
+{
+    return findTarget(source, relationship.target, relationship.mode,
+                      [&] { return relationshipSubject(displayName(), relationship.id, source); });
+}
+
 Result<PartPtr> PackageData::findTarget(const RelationshipRecord& relationship)
 {
-    if (relationship.mode == OpcTargetMode::external)
-        return Errors::makeError(OpcError::targetIsExternal, relationship.subject(),
-                                 Text::displayed(relationship.target));
-    const Markup::ResolvedTarget target = relationship.resolved();
-    if (!target.isPartName())
-        return Errors::makeError(OpcError::noSuchPart, relationship.subject(), target.fault);
-    return findPart(target.partName);
+    return findTarget(relationship.source, relationship.target, relationship.mode,
+                      [&] { return relationship.subject(); });
+}
+
+template <class Subject>
+Result<PartPtr> PackageData::findTarget(std::string_view source, std::string_view target, OpcTargetMode mode,
+                                        const Subject& subject)
+{
+    if (mode == OpcTargetMode::external)
+        return Errors::makeError(OpcError::targetIsExternal, subject(), Text::displayed(target));
+    const Markup::ResolvedTarget resolved = Markup::resolveTarget(source, target);
+    if (!resolved.isPartName())
+        return Errors::makeError(OpcError::noSuchPart, subject(), resolved.fault);
+    return findPart(resolved.partName);
 }
 
 Result<PartPtr> PackageData::createPart(std::string_view name, std::string_view mediaType, Zip::PayloadPtr bytes,

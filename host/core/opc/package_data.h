@@ -52,7 +52,9 @@ public:
     Result<PartPtr> findPart(std::string_view name);
 
     /// The part that a relationship leads to.
+    /// @param source  "/" for the package, otherwise the name of a part
     /// @return  opc 1 when there is none, opc 22 when the target lies outside the package
+    Result<PartPtr> findTarget(std::string_view source, const Markup::Relationship& relationship);
     Result<PartPtr> findTarget(const RelationshipRecord& relationship);
 
     /// A new part with its bytes.
@@ -83,6 +85,10 @@ public:
 private:
     PackageData();
     PackageData(std::string displayName, PackageItems items, int depth, FaultLog* faults);
+
+    template <class Subject>
+    Result<PartPtr> findTarget(std::string_view source, std::string_view target, OpcTargetMode mode,
+                               const Subject& subject);
 
     PackageParts m_parts;
     PackageRelationships m_relationships{m_parts};

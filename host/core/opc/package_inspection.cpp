@@ -35,7 +35,7 @@ Result<std::vector<InspectedEntry>> entriesOf(PackageData& package)
     for (const PartPtr& part : **parts) {
         for (const std::uint32_t index : part->item->entries) {
             entries[index].partName = part->name;
-            entries[index].mediaType = part->mediaType;
+            entries[index].mediaType = std::string_view{part->mediaType};
         }
     }
     return entries;

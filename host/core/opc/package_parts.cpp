@@ -70,7 +70,7 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
     auto part = std::make_shared<PartRecord>();
     if (auto reserved = reserveName(name); !reserved)
         return reserved.error();
-    Errors::Rollback forgetName{[&] { m_table->names.remove(name); }};
+    Errors::Rollback forgetName{[&] { names().remove(name); }};
     const bool isFree = typing == Typing::byExtension &&
                         !m_table->otherExtensions.contains(Text::toAsciiLower(Markup::extensionOf(name)));
     using ExtensionUse = Markup::ContentTypes::ExtensionUse;
@@ -83,9 +83,10 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
             m_items.remove(part->item);
     }};
     part->name = name;
-    part->mediaType = mediaType;
+    part->key = Markup::partNameKey(name);
+    part->mediaType = Markup::MediaType{mediaType};
     part->item = m_items.add(std::string{name.substr(1)});
-    add(*m_table, Markup::partNameKey(name), part);
+    add(*m_table, part);
     forgetRest.dismiss();
     forgetName.dismiss();
     return part;
@@ -101,14 +102,15 @@ Result<> PackageParts::reserveName(std::string_view name)
     if (m_table->otherItems.contains(Markup::partNameKey(name)))
         return Errors::makeError(OpcError::partExists, subjectOf(name),
                                  "an item of the file that is no part has this name");
-    return m_table->names.add(name, subjectOf(name));
+    return names().add(name, subjectOf(name));
 }
 
 void PackageParts::remove(const PartPtr& part)
 {
     m_table->types.toChange().remove(part->name);
-    m_table->names.remove(part->name);
-    m_table->byKey.erase(Markup::partNameKey(part->name));
+    if (m_table->names)
+        m_table->names->remove(part->name);
+    m_table->byKey.erase(part->key);
     std::erase(m_table->parts, part);
     m_items.remove(part->item);
     part->isRemoved = true;
@@ -178,7 +180,9 @@ Result<PackageParts::Table> PackageParts::readTable() const
     table.diagnostics = std::move(scan->diagnostics);
     table.parts.reserve(scan->named.size());
     table.byKey.reserve(scan->named.size());
-    table.names.reserve(scan->named.size());
+    // names are rarely derived from others: that none are is told sooner than the tree of names is made
+    if (!scan->areUnrelated)
+        table.names.emplace();
     for (const std::string& name : scan->incomplete)
         addOther(table, name);
     for (NamedItem& named : scan->named) {
@@ -205,7 +209,7 @@ Result<CopyOnWrite<Markup::ContentTypes>> PackageParts::readContentTypes(const I
 Result<> PackageParts::enter(Table& table, NamedItem& named) const
 {
     const auto type = table.types->typeOfKey(named.key);
-    if (!type) {
+    if (type == nullptr) {
         table.diagnostics.push_back(Text::displayed(named.item->name) +
                                     ": an item without a content type is no part (M3.5)");
         addOther(table, named.partName);
@@ -213,16 +217,18 @@ Result<> PackageParts::enter(Table& table, NamedItem& named) const
     }
     auto part = std::make_shared<PartRecord>();
     part->name = std::move(named.partName);
+    part->key = std::move(named.key);
     part->mediaType = *type;
     part->item = std::move(named.item);
-    // a barrel has many parts and no fault: the words for an error cost more than the test
-    if (!table.names.addKey(named.key, part->name, {}))
-        return table.names.addKey(named.key, part->name, subjectOf(part->name));
+    if (table.names) {
+        if (auto added = table.names->addKey(part->key, part->name, subjectOf(part->name)); !added)
+            return added;
+    }
     if (part->holdsRelationships()) {
         if (auto checked = checkRelationshipsPart(*part, subjectOf(part->name)); !checked)
             return checked;
     }
-    add(table, std::move(named.key), std::move(part));
+    add(table, std::move(part));
     return {};
 }
 
@@ -232,9 +238,21 @@ void PackageParts::addOther(Table& table, std::string_view partName)
     table.otherExtensions.insert(Text::toAsciiLower(Markup::extensionOf(partName)));
 }
 
-void PackageParts::add(Table& table, std::string key, PartPtr part)
+Markup::PartNameSet& PackageParts::names()
 {
-    const auto place = table.byKey.emplace(std::move(key), part).first;
+    if (!m_table->names) {
+        Markup::PartNameSet names;
+        names.reserve(m_table->parts.size());
+        for (const PartPtr& part : m_table->parts)
+            (void)names.addKey(part->key, part->name, {}); // they are known not to be in each other's way
+        m_table->names = std::move(names);
+    }
+    return *m_table->names;
+}
+
+void PackageParts::add(Table& table, PartPtr part)
+{
+    const auto place = table.byKey.emplace(part->key, part).first;
     Errors::Rollback forget{[&] { table.byKey.erase(place); }};
     table.parts.push_back(std::move(part));
     forget.dismiss();

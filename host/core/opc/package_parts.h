@@ -6,8 +6,10 @@
 #include "host/core/opc/part_record.h"
 #include "host/core/text/name_hash.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
@@ -85,9 +87,9 @@ private:
         CopyOnWrite<Markup::ContentTypes> types;
         ItemPtr typesItem;
         std::vector<PartPtr> parts;
-        Text::NameMap<PartPtr> byKey;
-        Markup::PartNameSet names;
-        Text::NameTable otherItems; ///< keys of items that are no parts
+        std::unordered_map<std::string_view, PartPtr, Text::NameHash> byKey;
+        std::optional<Markup::PartNameSet> names; ///< made when it is needed, at the latest by the first new name
+        Text::NameTable otherItems;               ///< keys of items that are no parts
         Text::NameTable otherExtensions;
         std::vector<std::string> diagnostics;
     };
@@ -98,7 +100,8 @@ private:
     Result<> enter(Table& table, NamedItem& named) const;
     Result<> reserveName(std::string_view name);
     static void addOther(Table& table, std::string_view partName);
-    static void add(Table& table, std::string key, PartPtr part);
+    Markup::PartNameSet& names();
+    static void add(Table& table, PartPtr part);
 
     std::string m_displayName;
     PackageItems m_items;

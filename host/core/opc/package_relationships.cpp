@@ -8,11 +8,15 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 std::string RelationshipRecord::subject() const
 {
-    std::string name = packageName;
-    if (!name.empty())
-        name += ": ";
-    name += "relationship ";
-    return name + Text::displayed(Text::narrow(id)) + " of " + source;
+    return relationshipSubject(packageName == nullptr ? std::string_view{} : *packageName, Text::narrow(id), source);
+}
+
+std::string relationshipSubject(std::string_view packageName, std::string_view id, std::string_view source)
+{
+    std::string subject{packageName};
+    if (!subject.empty())
+        subject += ": ";
+    return subject.append("relationship ").append(Text::displayed(id)).append(" of ").append(source);
 }
 
 Result<const Markup::Relationships*> PackageRelationships::of(std::string_view source)
@@ -35,16 +39,29 @@ Result<std::vector<RelationshipPtr>> PackageRelationships::records(std::string_v
     return records;
 }
 
-Result<std::vector<RelationshipPtr>> PackageRelationships::recordsByType(std::string_view source, std::string_view type)
+Result<std::vector<const Markup::Relationship*>> PackageRelationships::ofType(std::string_view source,
+                                                                              std::string_view type)
 {
     auto document = of(source);
     if (!document)
         return document.error();
-    std::vector<RelationshipPtr> records;
+    std::vector<const Markup::Relationship*> found;
     for (const Markup::Relationship& relationship : (*document)->all()) {
         if (relationship.type == type)
-            records.push_back(record(source, relationship));
+            found.push_back(&relationship);
     }
+    return found;
+}
+
+Result<std::vector<RelationshipPtr>> PackageRelationships::recordsByType(std::string_view source, std::string_view type)
+{
+    auto found = ofType(source, type);
+    if (!found)
+        return found.error();
+    std::vector<RelationshipPtr> records;
+    records.reserve(found->size());
+    for (const Markup::Relationship* relationship : *found)
+        records.push_back(record(source, *relationship));
     return records;
 }
 
@@ -146,15 +163,17 @@ Result<PackageRelationships::Set> PackageRelationships::read(std::string_view so
     return Set{std::move(*document), *part};
 }
 
-RelationshipPtr PackageRelationships::record(std::string_view source, const Markup::Relationship& relationship) const
+RelationshipPtr PackageRelationships::record(std::string_view source, const Markup::Relationship& relationship)
 {
+    if (m_packageName == nullptr)
+        m_packageName = std::make_shared<const std::string>(m_parts.displayName());
     auto record = std::make_shared<RelationshipRecord>();
     record->source = source;
     record->id = Text::toString2(std::string_view{relationship.id});
     record->type = Text::toString2(std::string_view{relationship.type});
     record->target = relationship.target;
     record->mode = relationship.mode;
-    record->packageName = m_parts.displayName();
+    record->packageName = m_packageName;
     return record;
 }
 

@@ -25,6 +25,9 @@ public:
     /// Those of one source, none when it has no relationships part. Valid until the next change.
     Result<const Markup::Relationships*> of(std::string_view source);
 
+    /// Those of one type. Valid until the next change.
+    Result<std::vector<const Markup::Relationship*>> ofType(std::string_view source, std::string_view type);
+
     Result<std::vector<RelationshipPtr>> records(std::string_view source);
     Result<std::vector<RelationshipPtr>> recordsByType(std::string_view source, std::string_view type);
 
@@ -50,10 +53,11 @@ private:
 
     Result<Set*> setOf(std::string_view source);
     Result<Set> read(std::string_view source) const;
-    RelationshipPtr record(std::string_view source, const Markup::Relationship& relationship) const;
+    RelationshipPtr record(std::string_view source, const Markup::Relationship& relationship);
 
     PackageParts& m_parts;
-    std::map<std::string, Set, std::less<>> m_sets; ///< by the key of the source
+    std::shared_ptr<const std::string> m_packageName; ///< for records; null until there is one
+    std::map<std::string, Set, std::less<>> m_sets;   ///< by the key of the source
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/core/opc/markup/content_types.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/package_items.h"
 
@@ -12,7 +13,8 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 struct PartRecord
 {
     std::string name;
-    std::string mediaType;
+    std::string key; ///< of the name, folded
+    Markup::MediaType mediaType;
     ItemPtr item;
     OpcPackageCompressionType compression = OpcPackageCompressionType::normal; ///< for what is written into it
     bool isRemoved = false;

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
@@ -18,9 +19,9 @@ struct RelationshipRecord
     String2 type;
     std::string target; ///< as it is written
     OpcTargetMode mode = OpcTargetMode::internal;
-    std::string packageName; ///< for messages
+    std::shared_ptr<const std::string> packageName; ///< for messages; null when it has none
 
-    /// "file: rId1", for messages.
+    /// "file: relationship rId1 of /", for messages.
     std::string subject() const;
 
     /// Where an internal one leads.
@@ -28,5 +29,8 @@ struct RelationshipRecord
 };
 
 using RelationshipPtr = std::shared_ptr<const RelationshipRecord>;
+
+/// The same for one of which there is no record.
+std::string relationshipSubject(std::string_view packageName, std::string_view id, std::string_view source);
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -54,26 +54,26 @@ Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte
     return types;
 }
 
-std::optional<std::string_view> ContentTypes::typeOf(std::string_view partName) const
+const MediaType* ContentTypes::typeOf(std::string_view partName) const
 {
     return typeOfKey(partNameKey(partName));
 }
 
-std::optional<std::string_view> ContentTypes::typeOfKey(std::string_view key) const
+const MediaType* ContentTypes::typeOfKey(std::string_view key) const
 {
     if (!m_overrides.empty()) {
         if (const auto found = m_overrides.find(key); found != m_overrides.end())
-            return found->second.type;
+            return &found->second.type;
     }
     const auto found = m_defaults.find(extensionOf(key));
-    return found == m_defaults.end() ? std::nullopt : std::optional<std::string_view>{found->second.type};
+    return found == m_defaults.end() ? nullptr : &found->second.type;
 }
 
 Expected<void, ErrorCode2> ContentTypes::set(std::string_view partName, std::string_view type, ExtensionUse use)
 {
     if (const std::string fault = mediaTypeFault(type); !fault.empty())
         return Errors::makeError(OpcError::invalidMediaType, quoted(partName), fault);
-    if (const auto known = typeOf(partName); known && isSameMediaType(*known, type))
+    if (const MediaType* const known = typeOf(partName); known != nullptr && isSameMediaType(*known, type))
         return {};
     remove(partName);
     const std::string_view extension = extensionOf(partName);
@@ -114,14 +114,14 @@ std::vector<std::string> ContentTypes::overriddenNames() const
 bool ContentTypes::enterRead(Entries& entries, std::string_view name, const XmlElement& element)
 {
     const std::string_view type = element.attribute({}, "ContentType")->value;
-    return entries.try_emplace(partNameKey(name), Entry{std::string{type}, element.range(), 0}).second;
+    return entries.try_emplace(partNameKey(name), Entry{MediaType{type}, element.range(), 0}).second;
 }
 
 void ContentTypes::addNew(Entries& entries, std::string_view name, std::string_view type)
 {
     m_added.emplace(++m_lastOrder, elementText(m_prefix, &entries == &m_defaults, name, type));
     Errors::Rollback takeBack{[this] { m_added.erase(m_lastOrder); }};
-    entries.try_emplace(partNameKey(name), Entry{std::string{type}, {}, m_lastOrder});
+    entries.try_emplace(partNameKey(name), Entry{MediaType{type}, {}, m_lastOrder});
     takeBack.dismiss();
     m_isChanged = true;
 }

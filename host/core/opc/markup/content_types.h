@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,6 +19,19 @@
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
+
+/// The text of a media type, as it is written; many parts share it.
+class MediaType
+{
+public:
+    MediaType() = default;
+    explicit MediaType(std::string_view text) : m_text{std::make_shared<const std::string>(text)} {}
+
+    operator std::string_view() const noexcept { return m_text == nullptr ? std::string_view{} : *m_text; }
+
+private:
+    std::shared_ptr<const std::string> m_text;
+};
 
 /// Which media type each part has: the content-types stream (M2.1 to M2.10).
 class KELVARIS_CORE_API ContentTypes
@@ -36,12 +50,12 @@ public:
     static Expected<ContentTypes, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject,
                                                     FaultLog* faults = nullptr);
 
-    /// The media type of a part, as it is written: that of its Override, else that of its extension (M2.9). Nothing for
-    /// an item that is no part. Valid until the next change.
-    std::optional<std::string_view> typeOf(std::string_view partName) const;
+    /// The media type of a part: that of its Override, else that of its extension (M2.9). Null for an item that is no
+    /// part. Valid until the next change.
+    const MediaType* typeOf(std::string_view partName) const;
 
     /// The same for the key of a name.
-    std::optional<std::string_view> typeOfKey(std::string_view key) const;
+    const MediaType* typeOfKey(std::string_view key) const;
 
     /// Gives a part a media type: by a Default that says so already, by a new Default when `use` allows it, else by an
     /// Override (M2.8). A type that the part had is replaced.
@@ -64,7 +78,7 @@ public:
 private:
     struct Entry
     {
-        std::string type;
+        MediaType type;
         TextRange range; ///< in `m_text`; empty for an entry that was not read
         std::uint32_t order = 0;
     };

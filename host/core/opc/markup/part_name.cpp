@@ -11,21 +11,6 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
 
-/// Valid at a glance: nothing is percent-encoded, no segment is empty or ends with a dot. Nearly every name is.
-bool isPlainPartName(std::string_view name) noexcept
-{
-    if (name.size() < 2 || name.front() != '/')
-        return false;
-    char before = '.'; // stands for what no segment may end with, and none may consist of
-    for (const char character : name.substr(1)) {
-        const bool isEnd = character == '/';
-        if (isEnd ? before == '.' : !isSegmentCharacter(character))
-            return false;
-        before = isEnd ? '.' : character;
-    }
-    return before != '.';
-}
-
 std::string segmentFault(std::string_view segment)
 {
     if (segment.empty())
@@ -117,6 +102,20 @@ bool isAscii(std::string_view text) noexcept
 }
 
 } // namespace
+
+bool isPlainPartName(std::string_view name) noexcept
+{
+    if (name.size() < 2 || name.front() != '/')
+        return false;
+    char before = '.'; // stands for what no segment may end with, and none may consist of
+    for (const char character : name.substr(1)) {
+        const bool isEnd = character == '/';
+        if (isEnd ? before == '.' : !isSegmentCharacter(character))
+            return false;
+        before = isEnd ? '.' : character;
+    }
+    return before != '.';
+}
 
 std::string partNameFault(std::string_view name)
 {

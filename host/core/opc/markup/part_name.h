@@ -22,6 +22,9 @@ struct PartName
 /// What is wrong with `name` as a part name; empty when nothing is. Allocates nothing for a valid name.
 KELVARIS_CORE_API std::string partNameFault(std::string_view name);
 
+/// Valid at a glance: nothing is percent-encoded, no segment is empty or ends with a dot. Nearly every name is.
+bool isPlainPartName(std::string_view name) noexcept;
+
 /// The name as it stands.
 KELVARIS_CORE_API PartName partNameFromText(std::string_view text);
 

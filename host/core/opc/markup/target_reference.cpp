@@ -139,6 +139,8 @@ std::string internalTargetFault(std::string_view target)
 
 ResolvedTarget resolveTarget(std::string_view source, std::string_view target)
 {
+    if (isPlainPartName(target)) // which stands for itself
+        return {std::string{target}, std::string{target}, {}, {}};
     const Reference reference = split(trimmed(target));
     bool isByTheLetter = true;
     std::string path = mergedPath(source, normalisedPath(reference.path, isByTheLetter));

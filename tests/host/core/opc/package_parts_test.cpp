@@ -30,7 +30,7 @@ std::vector<std::string> typedParts(const PackagePtr& package)
 {
     std::vector<std::string> lines;
     for (const PartPtr& part : *package->parts().all().value())
-        lines.push_back(part->name + ' ' + part->mediaType);
+        lines.push_back(part->name + ' ' + std::string{std::string_view{part->mediaType}});
     return lines;
 }
 

@@ -32,7 +32,8 @@ ContentTypes read(std::string_view document)
 
 std::string typeOf(const ContentTypes& types, std::string_view name)
 {
-    return std::string{types.typeOf(name).value_or("none")};
+    const MediaType* const type = types.typeOf(name);
+    return type == nullptr ? "none" : std::string{std::string_view{*type}};
 }
 
 void set(ContentTypes& types, std::string_view name, std::string_view type, Use use = Use::taken)
