@@ -50,32 +50,38 @@ fs::path weaklyCanonical(const fs::path& path)
     return canonical;
 }
 
-/// Finds the places of many files in few directories: each directory is looked up once.
-class CanonicalPaths
+/// Finds the places of many files in few directories, relative to a base: each directory is looked up once.
+class RelativePlaces
 {
 public:
-    /// The same as `weaklyCanonical`.
+    explicit RelativePlaces(const fs::path& base) : m_base{weaklyCanonical(base)} {}
+
+    /// From the base to the file, where links to both lead.
     fs::path of(const fs::path& path)
     {
         const fs::path name = path.filename();
         std::error_code error;
         if (name.empty() || name == "." || name == ".." || fs::is_symlink(fs::symlink_status(path, error)) || error)
-            return weaklyCanonical(path);
+            return weaklyCanonical(path).lexically_relative(m_base);
         const fs::path directory = path.parent_path();
         const auto [known, isNew] = m_directories.try_emplace(directory.native());
         if (isNew)
-            known->second = weaklyCanonical(directory);
-        return known->second / name;
+            known->second = weaklyCanonical(directory).lexically_relative(m_base);
+        // the base itself lies in what is above it
+        if (*known->second.begin() == "..")
+            return weaklyCanonical(path).lexically_relative(m_base);
+        return known->second == "." ? name : known->second / name;
     }
 
 private:
-    std::unordered_map<fs::path::string_type, fs::path> m_directories;
+    fs::path m_base;
+    std::unordered_map<fs::path::string_type, fs::path> m_directories; ///< from the base to each
 };
 
-std::wstring secondaryPartPath(const FilePath2& file, const fs::path& canonicalBase, CanonicalPaths& places)
+std::wstring secondaryPartPath(const FilePath2& file, RelativePlaces& places)
 {
     const fs::path path = genericPath(file.c_str());
-    const fs::path relative = places.of(path).lexically_relative(canonicalBase);
+    const fs::path relative = places.of(path);
     // On the first two characters and not on the first component: a name that begins with two dots is refused too.
     if (relative.u8string().starts_with(u8"..")) {
         // as it was given, doubled separators and all, which generic_u8string would take away
@@ -103,10 +109,9 @@ std::vector<OpcPackagePartUri> bundlePartUris(std::wstring_view folderName, cons
     if (files.size() == 1)
         return uris;
 
-    const fs::path canonicalBase = weaklyCanonical(base);
-    CanonicalPaths places;
+    RelativePlaces places{base};
     for (std::size_t index = 1; index < files.size(); ++index)
-        uris.emplace_back((folder + secondaryPartPath(files[index], canonicalBase, places)).c_str());
+        uris.emplace_back((folder + secondaryPartPath(files[index], places)).c_str());
     return uris;
 }
 

@@ -38,7 +38,7 @@ bool isNoArchive(const ErrorCode2& error)
 bool isCompressed(PackageData& package, const PartPtr& part)
 {
     const Zip::Archive& archive = *package.parts().items().archive();
-    return std::ranges::any_of(part->item->entries, [&](std::uint32_t entry) {
+    return std::ranges::any_of(part->entries(), [&](std::uint32_t entry) {
         return archive.entries()[entry].method != Zip::Method::stored;
     });
 }

@@ -27,7 +27,7 @@ std::string joined(const Disk::OutputTree::Destination& names)
 std::uint64_t sizeOf(PackageData& package, const PartPtr& part)
 {
     std::uint64_t size = 0;
-    for (const std::uint32_t entry : part->item->entries)
+    for (const std::uint32_t entry : part->entries())
         size += package.parts().items().archive()->entries()[entry].size;
     return size;
 }

@@ -93,7 +93,7 @@ Result<StoredPropertiesPtr> readProperties(PackageData& package)
     auto part = package.findTarget(Markup::packageSource, *relationships->front());
     if (!part)
         return Errors::makeError(BundleError::invalidProperties, {}, Errors::reasonFrom(part.error()));
-    const PayloadPtr& payload = (*part)->item->payload;
+    const PayloadPtr& payload = (*part)->payload;
     auto kept = std::static_pointer_cast<const StoredProperties>(package.keptReading());
     if (kept != nullptr && kept->part == *part && kept->payload == payload)
         return kept;

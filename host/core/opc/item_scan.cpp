@@ -28,10 +28,14 @@ struct Piece
 struct Group
 {
     std::string_view itemName; ///< in the archive
-    Markup::PartName partName;
-    std::string key;
-    std::optional<std::uint32_t> whole;
-    std::vector<Piece> pieces;
+    PartPtr part;              ///< null when the name makes no part name
+    std::string otherKey;      ///< of such an item
+    std::string fault;         ///< why it makes none
+    std::optional<std::uint32_t> whole = {};
+    std::vector<Piece> pieces = {};
+
+    /// Equal for items of equivalent names.
+    std::string_view key() const noexcept { return part == nullptr ? std::string_view{otherKey} : part->key(); }
 };
 
 /// Looking up the directories of a deeper name takes longer than the tree of names does.
@@ -45,12 +49,20 @@ bool isContentTypesName(std::string_view itemName)
     return Text::equalsAsciiCase(itemName, Markup::contentTypesItemName);
 }
 
-/// Equal for items of equivalent names. Names of parts begin with "/"; no other key does.
-std::string keyOf(std::string_view itemName, const Markup::PartName& partName)
+/// Names of parts begin with "/"; no other key does.
+Group otherGroup(std::string_view itemName, std::string fault)
 {
-    if (partName.isValid())
-        return Markup::partNameKey(partName.text);
-    return ':' + Text::toAsciiLower(itemName);
+    return {itemName, nullptr, ':' + Text::toAsciiLower(itemName), std::move(fault)};
+}
+
+Group newGroup(std::string_view itemName, bool isUtf8)
+{
+    if (isContentTypesName(itemName))
+        return otherGroup(itemName, {});
+    Markup::PartName partName = Markup::partNameFromItemName(itemName, isUtf8);
+    if (!partName.isValid())
+        return otherGroup(itemName, std::move(partName.fault));
+    return {itemName, std::make_shared<PartRecord>(std::move(partName.text)), {}, {}};
 }
 
 /// "/a" for "/a/b"; empty for "/a" and for what is no part's name.
@@ -116,13 +128,11 @@ private:
 
     Group& groupOf(std::string_view itemName, const Zip::Entry& record)
     {
-        Markup::PartName partName = Markup::partNameFromItemName(itemName, record.hasUtf8Name());
-        std::string key = keyOf(itemName, partName);
-        if (const auto known = m_places.find(key); known != m_places.end())
-            return *known->second;
-        Group& group = m_groups.emplace_back(Group{itemName, std::move(partName), std::move(key), std::nullopt, {}});
-        m_places.emplace(group.key, &group);
-        return group;
+        Group& group = m_groups.emplace_back(newGroup(itemName, record.hasUtf8Name()));
+        const auto [place, isNew] = m_places.try_emplace(group.key(), &group);
+        if (!isNew)
+            m_groups.pop_back();
+        return *place->second;
     }
 
     /// Keys of items that are no parts do not begin with "/", as every directory of a part does.
@@ -130,7 +140,7 @@ private:
     {
         std::string_view lastDirectory;
         return std::ranges::all_of(m_groups, [&](const Group& group) {
-            std::string_view directory = directoryOf(group.key);
+            std::string_view directory = directoryOf(group.key());
             if (directory == lastDirectory)
                 return true;
             lastDirectory = directory;
@@ -150,10 +160,9 @@ private:
             return passOver(m_faults,
                             Errors::makeError(OpcError::invalidPieces, m_archive.describe(group.pieces.front().entry),
                                               "an item and pieces have one name (M2.11)"));
-        if (group.whole)
-            addItem(group, {*group.whole});
-        else
+        if (!group.whole)
             return addPieces(group);
+        addItem(group, *group.whole, {});
         return {};
     }
 
@@ -167,27 +176,31 @@ private:
                                               "two pieces of one item have one number (M2.15)"));
         if (!isComplete(group.pieces)) {
             leaveAlone(group.itemName, "pieces are missing, so that it is no part (M2.18)");
-            if (group.partName.isValid())
-                m_scan.incomplete.push_back(group.partName.text);
+            if (group.part != nullptr)
+                m_scan.incomplete.push_back(group.part->name);
             return {};
         }
         std::vector<std::uint32_t> entries;
         std::ranges::transform(group.pieces, std::back_inserter(entries), &Piece::entry);
-        addItem(group, std::move(entries));
+        addItem(group, PackageItem::noEntry, std::move(entries));
         return {};
     }
 
-    void addItem(Group& group, std::vector<std::uint32_t> entries)
+    void addItem(Group& group, std::uint32_t entry, std::vector<std::uint32_t> pieces)
     {
-        auto item = std::make_shared<PackageItem>();
-        item->name = group.itemName;
-        item->entries = std::move(entries);
-        if (isContentTypesName(item->name))
-            m_scan.contentTypes = std::move(item);
-        else if (group.partName.isValid())
-            m_scan.named.push_back({std::move(item), std::move(group.partName.text), std::move(group.key)});
+        const bool isContentTypes = isContentTypesName(group.itemName);
+        if (group.part == nullptr && !isContentTypes) {
+            leaveAlone(group.itemName, "the name makes no part name: " + group.fault);
+            return;
+        }
+        const ItemPtr item = isContentTypes ? std::make_shared<PackageItem>() : ItemPtr{group.part};
+        item->itemName = group.itemName;
+        item->entry = entry;
+        item->pieces = std::move(pieces);
+        if (isContentTypes)
+            m_scan.contentTypes = item;
         else
-            leaveAlone(item->name, "the name makes no part name: " + group.partName.fault);
+            m_scan.named.push_back(std::move(group.part));
     }
 
     void leaveAlone(std::string_view itemName, const std::string& reason)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/core/opc/fault_log.h"
-#include "host/core/opc/package_items.h"
+#include "host/core/opc/part_record.h"
 #include "host/core/opc/result.h"
 #include "host/core/opc/zip/archive.h"
 
@@ -10,20 +10,12 @@
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
-/// An item whose name makes a part name; a part if it has a content type as well.
-struct NamedItem
-{
-    ItemPtr item;
-    std::string partName;
-    std::string key; ///< of the name, folded
-};
-
 /// What stands in an archive, pieces put together (ISO/IEC 29500-2, M2.11 to M2.18, M3.2 to M3.7).
 struct ItemScan
 {
-    ItemPtr contentTypes; ///< null when there are none
-    std::vector<NamedItem> named;
-    bool areUnrelated = true; ///< whether no name can be derived from another (M1.11); false: perhaps some are
+    ItemPtr contentTypes;       ///< null when there are none
+    std::vector<PartPtr> named; ///< items whose names make part names; parts, if they have a content type as well
+    bool areUnrelated = true;   ///< whether no name can be derived from another (M1.11); false: perhaps some are
     std::vector<std::string> incomplete;  ///< part names of which there are only some pieces
     std::vector<std::string> diagnostics; ///< a sentence for each entry that is left alone
 };

@@ -17,7 +17,7 @@ public:
 
     void drop(const PackageItem& item)
     {
-        for (const std::uint32_t entry : item.entries)
+        for (const std::uint32_t entry : item.entries())
             m_fates[entry] = Fate::dropped;
     }
 
@@ -25,7 +25,7 @@ public:
     void rewrite(const PackageItem& item)
     {
         drop(item);
-        const std::uint32_t first = *std::ranges::min_element(item.entries);
+        const std::uint32_t first = *std::ranges::min_element(item.entries());
         m_fates[first] = Fate::rewritten;
         m_rewritten[first] = &item;
     }
@@ -73,7 +73,7 @@ EntryFates ItemsWriter::fatesOf(const Zip::Archive& archive, const std::vector<I
             fates.rewrite(*item);
     }
     for (const auto& [item, bytes] : m_generated) {
-        if (!item->entries.empty())
+        if (!item->entries().empty())
             fates.rewrite(*item);
     }
     return fates;
@@ -84,7 +84,7 @@ Result<> ItemsWriter::add(const PackageItem& item, std::span<const std::byte> ex
     auto payload = payloadOf(item);
     if (!payload)
         return payload.error();
-    return m_writer.add(item.name, **payload, extra);
+    return m_writer.add(item.itemName, **payload, extra);
 }
 
 Result<Zip::PayloadPtr> ItemsWriter::payloadOf(const PackageItem& item)

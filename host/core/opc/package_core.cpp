@@ -57,11 +57,11 @@ void PackageCore::generate(PackageItems::Generated& generated) const
 {
     if (m_state == nullptr || m_state->part == nullptr)
         return;
-    if (m_state->part->item->hasBytes() && !m_state->document.isChanged())
+    if (m_state->part->hasBytes() && !m_state->document.isChanged())
         return;
     const std::string text = m_state->document.serialised();
     const auto bytes = std::as_bytes(std::span{text});
-    generated[m_state->part->item.get()] = {bytes.begin(), bytes.end()};
+    generated[m_state->part.get()] = {bytes.begin(), bytes.end()};
 }
 
 Result<PackageCore::State> PackageCore::read()

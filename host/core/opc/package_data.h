@@ -63,10 +63,7 @@ public:
                                PackageParts::Typing typing = PackageParts::Typing::byExtension);
 
     /// Writes a part's bytes anew.
-    void setBytes(const PartPtr& part, Zip::PayloadPtr bytes)
-    {
-        m_parts.items().setPayload(part->item, std::move(bytes));
-    }
+    void setBytes(const PartPtr& part, Zip::PayloadPtr bytes) { m_parts.items().setPayload(part, std::move(bytes)); }
 
     /// Opens a part as a package in its place; nothing is copied when it is stored.
     Result<std::shared_ptr<PackageData>> openNested(const PartRecord& part);

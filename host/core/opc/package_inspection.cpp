@@ -33,7 +33,7 @@ Result<std::vector<InspectedEntry>> entriesOf(PackageData& package)
         return std::vector<InspectedEntry>{};
     std::vector<InspectedEntry> entries = describedEntries(*archive);
     for (const PartPtr& part : **parts) {
-        for (const std::uint32_t index : part->item->entries) {
+        for (const std::uint32_t index : part->entries()) {
             entries[index].partName = part->name;
             entries[index].mediaType = std::string_view{part->mediaType};
         }

@@ -30,24 +30,16 @@ PackageItems::PackageItems(Zip::ByteSourcePtr source, Zip::ArchivePtr archive, S
 {
 }
 
-ItemPtr PackageItems::add(std::string name)
-{
-    auto item = std::make_shared<PackageItem>();
-    item->name = std::move(name);
-    m_added.push_back(item);
-    return item;
-}
-
 void PackageItems::setPayload(const ItemPtr& item, Zip::PayloadPtr payload)
 {
-    if (!item->entries.empty() && item->payload == nullptr)
+    if (!item->entries().empty() && item->payload == nullptr)
         m_changed.push_back(item);
     item->payload = std::move(payload);
 }
 
 void PackageItems::remove(const ItemPtr& item)
 {
-    if (item->entries.empty())
+    if (item->entries().empty())
         std::erase(m_added, item);
     else if (item->payload == nullptr)
         m_changed.push_back(item);
@@ -71,16 +63,16 @@ Result<std::vector<std::byte>> PackageItems::read(const PackageItem& item, std::
 {
     if (item.payload != nullptr)
         return item.payload->read(subject);
-    if (item.entries.size() == 1)
-        return m_archive->read(item.entries.front());
+    if (item.entry != PackageItem::noEntry)
+        return m_archive->read(item.entry);
     return readPieces(item, subject);
 }
 
 /// What was put in the place of an entry, and what lies in pieces, is read for this package alone.
 bool PackageItems::isSharable(const PackageItem& item) const
 {
-    return m_siblings != nullptr && item.payload == nullptr && item.entries.size() == 1 &&
-           m_archive->isReadWhole(item.entries.front());
+    return m_siblings != nullptr && item.payload == nullptr && item.entry != PackageItem::noEntry &&
+           m_archive->isReadWhole(item.entry);
 }
 
 Result<std::vector<std::byte>> PackageItems::readPieces(const PackageItem& item, std::string_view subject) const
@@ -102,7 +94,7 @@ Result<> PackageItems::stream(const PackageItem& item, std::string_view subject,
 {
     if (item.payload != nullptr)
         return item.payload->stream(subject, sink);
-    for (const std::uint32_t entry : item.entries) {
+    for (const std::uint32_t entry : item.entries()) {
         if (auto streamed = m_archive->stream(entry, sink); !streamed)
             return streamed;
     }
@@ -113,8 +105,8 @@ Result<Zip::ByteSourcePtr> PackageItems::openNested(const PackageItem& item, std
 {
     if (item.payload != nullptr)
         return item.payload->openNested(std::string{subject});
-    if (item.entries.size() == 1)
-        return m_archive->openNested(item.entries.front());
+    if (item.entry != PackageItem::noEntry)
+        return m_archive->openNested(item.entry);
     auto bytes = readPieces(item, subject);
     if (!bytes)
         return bytes.error();

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -23,12 +24,22 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 /// One item of a package's file: an entry, the pieces of an interleaved part, or bytes that were set since.
 struct PackageItem
 {
-    std::string name;                   ///< as entries are named, without the suffix of pieces
-    std::vector<std::uint32_t> entries; ///< of the archive that was opened, pieces in their order; none for a new item
-    Zip::PayloadPtr payload;            ///< what stands in the place of the entries
+    static constexpr std::uint32_t noEntry = std::numeric_limits<std::uint32_t>::max();
+
+    std::string_view itemName;         ///< as entries are named, without the suffix of pieces; a view of the archive or
+                                       ///< of the new part
+    std::uint32_t entry = noEntry;     ///< of the archive that was opened
+    std::vector<std::uint32_t> pieces; ///< instead of the one entry, in their order
+    Zip::PayloadPtr payload;           ///< what stands in the place of the entries
     bool isRemoved = false;
 
-    bool hasBytes() const noexcept { return payload != nullptr || !entries.empty(); }
+    /// None for a new item.
+    std::span<const std::uint32_t> entries() const noexcept
+    {
+        return entry == noEntry ? std::span{pieces} : std::span{&entry, 1};
+    }
+
+    bool hasBytes() const noexcept { return payload != nullptr || !entries().empty(); }
 };
 
 using ItemPtr = std::shared_ptr<PackageItem>;
@@ -52,8 +63,8 @@ public:
     /// @return  null for a new package
     const Zip::Archive* archive() const noexcept { return m_archive.get(); }
 
-    /// A new item behind all others. It gets its bytes with `setPayload`, or when the package is saved.
-    ItemPtr add(std::string name);
+    /// Puts a new item behind all others. It gets its bytes with `setPayload`, or when the package is saved.
+    void add(const ItemPtr& item) { m_added.push_back(item); }
 
     /// From now on the item is written from `payload`, in its place.
     void setPayload(const ItemPtr& item, Zip::PayloadPtr payload);
@@ -104,15 +115,15 @@ Result<CopyOnWrite<Document>> PackageItems::readAs(const PackageItem& item, cons
     std::vector<std::byte> buffer;
     std::optional<Zip::PackedEntry> packed;
     if (isSharable(item)) {
-        auto read = m_archive->readPacked(item.entries.front(), buffer);
+        auto read = m_archive->readPacked(item.entry, buffer);
         if (!read)
             return read.error();
-        if (auto known = m_siblings->find<Document>(item.name, *read))
+        if (auto known = m_siblings->find<Document>(item.itemName, *read))
             return CopyOnWrite<Document>{std::move(known)};
         packed = *read;
     }
     const std::string name = subject();
-    const auto bytes = packed ? m_archive->unpack(item.entries.front(), *packed) : read(item, name);
+    const auto bytes = packed ? m_archive->unpack(item.entry, *packed) : read(item, name);
     if (!bytes)
         return bytes.error();
     auto document = parse(*bytes, name);
@@ -120,7 +131,7 @@ Result<CopyOnWrite<Document>> PackageItems::readAs(const PackageItem& item, cons
         return document.error();
     auto made = std::make_shared<Document>(std::move(*document));
     if (packed)
-        m_siblings->keep(item.name, *packed, made);
+        m_siblings->keep(item.itemName, *packed, made);
     return CopyOnWrite<Document>{std::move(made)};
 }
 

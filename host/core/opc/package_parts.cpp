@@ -30,9 +30,10 @@ Result<> checkRelationshipsPart(const PartRecord& part, const std::string& subje
 } // namespace
 
 PackageParts::PackageParts()
-    : m_table{std::make_unique<Table>(CopyOnWrite<Markup::ContentTypes>{},
-                                      m_items.add(std::string{Markup::contentTypesItemName}))}
+    : m_table{std::make_unique<Table>(CopyOnWrite<Markup::ContentTypes>{}, std::make_shared<PackageItem>())}
 {
+    m_table->typesItem->itemName = Markup::contentTypesItemName;
+    m_items.add(m_table->typesItem);
 }
 
 PackageParts::PackageParts(std::string displayName, PackageItems items, FaultLog* faults) noexcept
@@ -67,7 +68,7 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
 {
     if (auto loaded = load(); !loaded)
         return loaded.error();
-    auto part = std::make_shared<PartRecord>();
+    const auto part = std::make_shared<PartRecord>(std::string{name});
     if (auto reserved = reserveName(name); !reserved)
         return reserved.error();
     Errors::Rollback forgetName{[&] { names().remove(name); }};
@@ -79,13 +80,11 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
         return typed.error();
     Errors::Rollback forgetRest{[&] {
         m_table->types.toChange().remove(name);
-        if (part->item != nullptr)
-            m_items.remove(part->item);
+        m_items.remove(part);
     }};
-    part->name = name;
-    part->key = Markup::partNameKey(name);
     part->mediaType = Markup::MediaType{mediaType};
-    part->item = m_items.add(std::string{name.substr(1)});
+    part->itemName = std::string_view{part->name}.substr(1);
+    m_items.add(part);
     add(*m_table, part);
     forgetRest.dismiss();
     forgetName.dismiss();
@@ -110,9 +109,9 @@ void PackageParts::remove(const PartPtr& part)
     m_table->types.toChange().remove(part->name);
     if (m_table->names)
         m_table->names->remove(part->name);
-    m_table->byKey.erase(part->key);
+    m_table->byKey.erase(part->key());
     std::erase(m_table->parts, part);
-    m_items.remove(part->item);
+    m_items.remove(part);
     part->isRemoved = true;
 }
 
@@ -127,17 +126,17 @@ Result<std::vector<std::string>> PackageParts::typedNamesWithoutPart()
 
 Result<std::vector<std::byte>> PackageParts::read(const PartRecord& part) const
 {
-    return m_items.read(*part.item, subjectOf(part.name));
+    return m_items.read(part, subjectOf(part.name));
 }
 
 Result<> PackageParts::stream(const PartRecord& part, const Disk::ByteSink& sink) const
 {
-    return m_items.stream(*part.item, subjectOf(part.name), sink);
+    return m_items.stream(part, subjectOf(part.name), sink);
 }
 
 Result<Zip::ByteSourcePtr> PackageParts::openNested(const PartRecord& part) const
 {
-    return m_items.openNested(*part.item, subjectOf(part.name));
+    return m_items.openNested(part, subjectOf(part.name));
 }
 
 void PackageParts::generateContentTypes(PackageItems::Generated& generated) const
@@ -185,8 +184,8 @@ Result<PackageParts::Table> PackageParts::readTable() const
         table.names.emplace();
     for (const std::string& name : scan->incomplete)
         addOther(table, name);
-    for (NamedItem& named : scan->named) {
-        auto entered = enter(table, named);
+    for (PartPtr& part : scan->named) {
+        auto entered = enter(table, std::move(part));
         if (!entered)
             entered = passOver(m_faults, entered.error());
         if (!entered)
@@ -206,22 +205,18 @@ Result<CopyOnWrite<Markup::ContentTypes>> PackageParts::readContentTypes(const I
         });
 }
 
-Result<> PackageParts::enter(Table& table, NamedItem& named) const
+Result<> PackageParts::enter(Table& table, PartPtr part) const
 {
-    const auto type = table.types->typeOfKey(named.key);
+    const Markup::MediaType* const type = table.types->typeOfKey(part->key());
     if (type == nullptr) {
-        table.diagnostics.push_back(Text::displayed(named.item->name) +
+        table.diagnostics.push_back(Text::displayed(part->itemName) +
                                     ": an item without a content type is no part (M3.5)");
-        addOther(table, named.partName);
+        addOther(table, part->name);
         return {};
     }
-    auto part = std::make_shared<PartRecord>();
-    part->name = std::move(named.partName);
-    part->key = std::move(named.key);
     part->mediaType = *type;
-    part->item = std::move(named.item);
     if (table.names) {
-        if (auto added = table.names->addKey(part->key, part->name, subjectOf(part->name)); !added)
+        if (auto added = table.names->addKey(part->key(), part->name, subjectOf(part->name)); !added)
             return added;
     }
     if (part->holdsRelationships()) {
@@ -244,7 +239,7 @@ Markup::PartNameSet& PackageParts::names()
         Markup::PartNameSet names;
         names.reserve(m_table->parts.size());
         for (const PartPtr& part : m_table->parts)
-            (void)names.addKey(part->key, part->name, {}); // they are known not to be in each other's way
+            (void)names.addKey(part->key(), part->name, {}); // they are known not to be in each other's way
         m_table->names = std::move(names);
     }
     return *m_table->names;
@@ -252,7 +247,7 @@ Markup::PartNameSet& PackageParts::names()
 
 void PackageParts::add(Table& table, PartPtr part)
 {
-    const auto place = table.byKey.emplace(part->key, part).first;
+    const auto place = table.byKey.emplace(part->key(), part).first;
     Errors::Rollback forget{[&] { table.byKey.erase(place); }};
     table.parts.push_back(std::move(part));
     forget.dismiss();

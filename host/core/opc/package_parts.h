@@ -56,7 +56,7 @@ public:
     Result<CopyOnWrite<Document>> readAs(const PartRecord& part, const Parse& parse) const
     {
         return m_items.readAs<Document>(
-            *part.item, [&] { return subjectOf(part.name); }, parse);
+            part, [&] { return subjectOf(part.name); }, parse);
     }
 
     Result<> stream(const PartRecord& part, const Disk::ByteSink& sink) const;
@@ -97,7 +97,7 @@ private:
     Result<> load();
     Result<Table> readTable() const;
     Result<CopyOnWrite<Markup::ContentTypes>> readContentTypes(const ItemPtr& item) const;
-    Result<> enter(Table& table, NamedItem& named) const;
+    Result<> enter(Table& table, PartPtr part) const;
     Result<> reserveName(std::string_view name);
     static void addOther(Table& table, std::string_view partName);
     Markup::PartNameSet& names();

@@ -127,11 +127,11 @@ Result<RelationshipPtr> PackageRelationships::replaceByType(std::string_view sou
 void PackageRelationships::generate(PackageItems::Generated& generated) const
 {
     for (const auto& [source, set] : m_sets) {
-        if (set.part == nullptr || (set.part->item->hasBytes() && !set.document->isChanged()))
+        if (set.part == nullptr || (set.part->hasBytes() && !set.document->isChanged()))
             continue;
         const std::string text = set.document->serialised();
         const auto bytes = std::as_bytes(std::span{text});
-        generated[set.part->item.get()] = {bytes.begin(), bytes.end()};
+        generated[set.part.get()] = {bytes.begin(), bytes.end()};
     }
 }
 

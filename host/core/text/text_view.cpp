@@ -190,6 +190,11 @@ bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept
     return left == right || std::ranges::equal(left, right, {}, asciiLower, asciiLower);
 }
 
+bool isAsciiLower(std::string_view text) noexcept
+{
+    return std::ranges::none_of(text, [](char character) { return character >= 'A' && character <= 'Z'; });
+}
+
 std::string toAsciiLower(std::string_view text)
 {
     std::string lower{text};

@@ -53,9 +53,11 @@ KELVARIS_CORE_API std::string displayed(std::wstring_view text);
 /// "place: text" for messages; only `text` needs to be made fit for display.
 KELVARIS_CORE_API std::string displayedIn(std::string_view place, std::string_view text);
 
-/// Equality and lower case of ASCII letters alone, as part names and extensions are compared.
+/// Equality and lower case of ASCII letters alone; `isAsciiLower`: nothing is left to be made lower; as part names and
+/// extensions are compared.
 KELVARIS_CORE_API bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept;
 KELVARIS_CORE_API std::string toAsciiLower(std::string_view text);
+KELVARIS_CORE_API bool isAsciiLower(std::string_view text) noexcept;
 
 /// The text without the white space of XML at both ends.
 KELVARIS_CORE_API std::u8string_view trimmed(std::u8string_view text) noexcept;

@@ -166,11 +166,13 @@ PartName partNameFromIri(std::string text)
 
 PartName partNameFromItemName(std::string_view itemName, bool isUtf8)
 {
-    if (!isUtf8 && !isAscii(itemName))
-        return invalidName(itemName, ruleReason("M3.2", "the name is neither ASCII nor marked as UTF-8"));
     std::string text;
     text.reserve(itemName.size() + 1);
     text.append("/").append(itemName);
+    if (isPlainPartName(text))
+        return {std::move(text), {}};
+    if (!isUtf8 && !isAscii(itemName))
+        return invalidName(itemName, ruleReason("M3.2", "the name is neither ASCII nor marked as UTF-8"));
     PartName name = partNameFromIri(std::move(text));
     if (!name.isValid())
         name.text = itemName;

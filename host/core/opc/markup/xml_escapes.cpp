@@ -1,5 +1,7 @@
 #include "host/core/opc/markup/xml_document.h"
 
+#include <algorithm>
+
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 namespace {
@@ -28,6 +30,8 @@ std::string_view escapeOf(char character, bool isAttribute)
 
 std::string escaped(std::string_view text, bool isAttribute)
 {
+    if (std::ranges::all_of(text, [&](char character) { return escapeOf(character, isAttribute).empty(); }))
+        return std::string{text};
     std::string result;
     result.reserve(text.size() + text.size() / 16);
     for (const char character : text) {

@@ -1,6 +1,15 @@
 #include "host/core/opc/zip/records.h"
 
+#include <array>
+
 namespace Kelvaris::System::IO::OpcPackaging::Zip {
+
+namespace {
+
+/// Of a record with its name.
+constexpr std::size_t usualSize = 128;
+
+} // namespace
 
 Bytes extraBlock(Bytes extra, std::uint16_t id) noexcept
 {
@@ -17,8 +26,14 @@ Bytes extraBlock(Bytes extra, std::uint16_t id) noexcept
 
 RecordBuilder& RecordBuilder::number(std::uint64_t value, int width)
 {
-    for (int i = 0; i < width; ++i, value >>= 8U)
-        m_bytes.push_back(static_cast<std::byte>(value & 0xffU));
+    if (m_bytes.empty())
+        m_bytes.reserve(usualSize);
+    std::array<std::byte, sizeof value> little{};
+    for (std::byte& byte : little) {
+        byte = static_cast<std::byte>(value & 0xffU);
+        value >>= 8U;
+    }
+    m_bytes.insert(m_bytes.end(), little.begin(), little.begin() + width);
     return *this;
 }
 

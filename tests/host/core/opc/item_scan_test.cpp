@@ -34,7 +34,7 @@ std::vector<std::string> named(const ItemScan& scan)
 {
     std::vector<std::string> names;
     for (const auto& item : scan.named)
-        names.push_back(item.partName + ' ' + std::to_string(item.item->entries.size()));
+        names.push_back(item->name + ' ' + std::to_string(item->entries().size()));
     return names;
 }
 
@@ -45,7 +45,7 @@ TEST(ItemScan, ItemsBecomePartNamesInTheirOrder)
     const ItemScan found = scan({"b.txt", "[Content_Types].xml", "sub/a.txt"}).value();
     EXPECT_THAT(named(found), ElementsAre("/b.txt 1", "/sub/a.txt 1"));
     ASSERT_NE(found.contentTypes, nullptr);
-    EXPECT_EQ(found.contentTypes->name, "[Content_Types].xml");
+    EXPECT_EQ(found.contentTypes->itemName, "[Content_Types].xml");
     EXPECT_THAT(found.diagnostics, IsEmpty());
 }
 
@@ -88,7 +88,7 @@ TEST(ItemScan, PiecesMakeUpOneItemWhateverTheirOrderAndCase)
         scan({"x.txt", "a.txt/[1].last.PIECE", "b.txt", "A.txt/[0].piece", "[Content_Types].xml/[0].last.piece"})
             .value();
     EXPECT_THAT(named(found), ElementsAre("/x.txt 1", "/a.txt 2", "/b.txt 1"));
-    EXPECT_THAT(found.named[1].item->entries, ElementsAre(3U, 1U));
+    EXPECT_THAT(found.named[1]->entries(), ElementsAre(3U, 1U));
     ASSERT_NE(found.contentTypes, nullptr);
 }
 
