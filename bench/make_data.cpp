@@ -179,19 +179,20 @@ void makeLargeFiles(const fs::path& directory)
     }
 }
 
-void makeExample(const fs::path& file, const fs::path& scratch, int number)
+/// @param design  the name of its design
+void makeExample(const fs::path& file, const fs::path& scratch, int number, const std::string& design)
 {
     constexpr std::array makers{"Acme Semiconductors", "Northwind Devices", "Contoso Power", "Fabrikam"};
     const auto seed = static_cast<std::uint64_t>(2'000'000 + number);
     Numbers numbers{seed};
-    write(scratch / "design.kvsch", content(Kind::netlist, 4'000, seed));
+    write(scratch / design, content(Kind::netlist, 4'000, seed));
     write(scratch / "documentation.html", content(Kind::page, 1'500, seed));
     ExampleBundle bundle = ExampleBundle::create().value();
-    for (const char* name : {"design.kvsch", "documentation.html"}) {
-        const auto uri = partUri(std::string{"content/"} + name);
+    for (const std::string& name : {design, std::string{"documentation.html"}}) {
+        const auto uri = partUri("content/" + name);
         (void)bundle.addFile(filePath(scratch / name), uri, OpcPackageCompressionType::normal).value();
     }
-    bundle.setPrimaryFile(partUri("content/design.kvsch")).value();
+    bundle.setPrimaryFile(partUri("content/" + design)).value();
     bundle.setTitle(text(prose(numbers, 4) + " " + std::to_string(number))).value();
     bundle.setDescription(text(prose(numbers, 16))).value();
     bundle.setManufacturer(text(makers[numbers.below(makers.size())])).value();
@@ -202,25 +203,27 @@ void makeExample(const fs::path& file, const fs::path& scratch, int number)
     bundle.writeToFile(filePath(file)).value();
 }
 
-void makeExamples(const fs::path& directory)
+enum class Naming { alike, each };
+
+void makeExamples(const fs::path& directory, Naming naming)
 {
     const fs::path scratch = directory.parent_path() / "scratch";
     fs::create_directories(directory);
-    for (int i = 0; i < examples; ++i)
-        makeExample(directory / padded(i, 4), scratch, i);
+    for (int i = 0; i < examples; ++i) {
+        const std::string design = naming == Naming::alike ? "design.kvsch" : "design-" + padded(i, 4) + ".kvsch";
+        makeExample(directory / padded(i, 4), scratch, i, design);
+    }
     fs::remove_all(scratch);
 }
 
-void makeBarrels(const fs::path& directory)
+void makeBarrel(const fs::path& file, const fs::path& from, int size)
 {
-    for (const int size : barrelSizes) {
-        BarrelOfExamplesBundle barrel = BarrelOfExamplesBundle::create().value();
-        for (int i = 0; i < size; ++i) {
-            const auto uri = partUri("examples/" + padded(i, 5) + ".kvbdl.zip");
-            (void)barrel.addExample(filePath(directory / "e" / padded(i % examples, 4)), uri).value();
-        }
-        barrel.writeToFile(filePath(directory / ("barrel-" + std::to_string(size) + ".kvexs"))).value();
+    BarrelOfExamplesBundle barrel = BarrelOfExamplesBundle::create().value();
+    for (int i = 0; i < size; ++i) {
+        const auto uri = partUri("examples/" + padded(i, 5) + ".kvbdl.zip");
+        (void)barrel.addExample(filePath(from / padded(i % examples, 4)), uri).value();
     }
+    barrel.writeToFile(filePath(file)).value();
 }
 
 void makeManyParts(const fs::path& directory, int size)
@@ -254,8 +257,11 @@ void makeAll(const fs::path& directory)
 {
     makeSmallFiles(directory / "small");
     makeLargeFiles(directory / "large");
-    makeExamples(directory / "e");
-    makeBarrels(directory);
+    makeExamples(directory / "e", Naming::alike);
+    for (const int size : barrelSizes)
+        makeBarrel(directory / ("barrel-" + std::to_string(size) + ".kvexs"), directory / "e", size);
+    makeExamples(directory / "n", Naming::each);
+    makeBarrel(directory / "barrel-of-names.kvexs", directory / "n", examples);
     for (const int size : packageSizes)
         makeManyParts(directory, size);
     makeGigabyte(directory);

@@ -68,9 +68,9 @@ private:
     bool m_isPainted = false;
 };
 
-void addBarrels(benchmark::State& state)
+void addBarrel(benchmark::State& state, const QString& path)
 {
-    const std::vector<FilePath2> files{toFilePath2(barrelOf(state.range(0)))};
+    const std::vector<FilePath2> files{toFilePath2(path)};
     for (auto each : state) {
         Model model;
         model.addBarrels(files);
@@ -80,6 +80,16 @@ void addBarrels(benchmark::State& state)
     state.counters["us_per_example"] =
         benchmark::Counter(static_cast<double>(state.iterations() * state.range(0)) * 1e-6,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void addBarrels(benchmark::State& state)
+{
+    addBarrel(state, barrelOf(state.range(0)));
+}
+
+void addBarrelOfNames(benchmark::State& state)
+{
+    addBarrel(state, dataFile(QStringLiteral("barrel-of-names.kvexs")));
 }
 
 std::size_t textBytes(const Model& model)
@@ -232,6 +242,7 @@ void saveGigabyte(benchmark::State& state)
 } // namespace
 
 BENCHMARK(addBarrels)->Arg(200)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(addBarrelOfNames)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(memoryOfExamples)->Arg(10'000)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(walkByHand)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(searchKey)->Arg(10'000)->Arg(50'000)->Iterations(90)->UseManualTime()->Unit(benchmark::kMillisecond);
