@@ -26,6 +26,7 @@ BIN = ROOT / "build/release/bin"
 WORK = ROOT / "build/bench"
 DATA = WORK / "data"
 OUTPUT = WORK / "output"
+ASIDE = WORK / "aside"
 HOST = BIN / "hollerwick-host"
 MIB = 1 << 20
 
@@ -68,8 +69,7 @@ class Contender:
         return sorted(samples, key=lambda sample: sample["wall"])[len(samples) // 2]
 
     def run_once(self):
-        shutil.rmtree(OUTPUT, ignore_errors=True)
-        OUTPUT.mkdir(parents=True)
+        clear_output()
         report = WORK / "report"
         report.unlink(missing_ok=True)
         printed = self.run_program([BIN / "bench_measure", report, *self.command])
@@ -111,6 +111,20 @@ class Contender:
                  "per_family_instance_index", "repetition_index"}
         sample["counters"] = {key: value for key, value in result.items()
                               if isinstance(value, (int, float)) and key not in known}
+
+
+def clear_output():
+    """Empties OUTPUT. Directories are set aside, and gone at the end of everything: for minutes ext4 gives no number of
+    a removed file to a new one and looks at all of them again each time, so that whoever unpacks next would pay for the
+    removal of thousands of files, and the one after for more."""
+    for directory in OUTPUT.glob("*/"):
+        for file in directory.rglob("*"):
+            if file.is_file():
+                os.truncate(file, 0)
+        ASIDE.mkdir(exist_ok=True)
+        directory.rename(ASIDE / str(len(list(ASIDE.iterdir()))))
+    shutil.rmtree(OUTPUT, ignore_errors=True)
+    OUTPUT.mkdir(parents=True)
 
 
 class Task:
@@ -546,4 +560,8 @@ def main():
 
 
 if __name__ == "__main__":
-    main()
+    try:
+        main()
+    finally:
+        clear_output()
+        shutil.rmtree(ASIDE, ignore_errors=True)
