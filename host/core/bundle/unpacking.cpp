@@ -4,6 +4,7 @@
 #include "host/core/errors/error_words.h"
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/markup/opc_names.h"
+#include "host/core/opc/part_read_ahead.h"
 #include "host/core/paths/disk/native_path.h"
 #include "host/core/text/memory_guard.h"
 #include "host/core/text/text_view.h"
@@ -91,9 +92,10 @@ Result<> unpackContent(PackageData& package, const FilePath2& directory)
     auto tree = Disk::OutputTree::plan(directory, std::move(plan->destinations));
     if (!tree)
         return tree.error();
-    for (std::size_t index = 0; index < plan->parts.size(); ++index) {
-        auto written = tree->write(
-            index, [&](const Disk::ByteSink& sink) { return package.parts().stream(*plan->parts[index], sink); });
+    const std::size_t count = plan->parts.size();
+    OpcPackaging::detail::PartReadAhead parts{package.parts(), std::move(plan->parts)};
+    for (std::size_t index = 0; index < count; ++index) {
+        auto written = tree->write(index, [&](const Disk::ByteSink& sink) { return parts.next(sink); });
         if (!written)
             return written;
     }

@@ -8,6 +8,10 @@ namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 namespace {
 
+/// What is smaller is inflated in the time that handing it over takes; what is larger is inflated in pieces.
+constexpr std::uint64_t worthHandingOver = std::uint64_t{2} << 10;
+constexpr std::uint64_t mostAhead = std::uint64_t{1} << 20;
+
 Zip::Effort effortOf(OpcPackageCompressionType compression)
 {
     switch (compression) {
@@ -99,6 +103,20 @@ Result<> PackageItems::stream(const PackageItem& item, std::string_view subject,
             return streamed;
     }
     return {};
+}
+
+Result<Zip::UnpackingJobPtr> PackageItems::readAhead(const PackageItem& item) const
+{
+    if (item.payload != nullptr || item.entry == PackageItem::noEntry || !m_archive->isReadWhole(item.entry))
+        return Zip::UnpackingJobPtr{};
+    const Zip::Entry& entry = m_archive->entries()[item.entry];
+    if (entry.method == Zip::Method::stored || entry.size < worthHandingOver || entry.size > mostAhead)
+        return Zip::UnpackingJobPtr{};
+    std::vector<std::byte> buffer;
+    const auto packed = m_archive->readPacked(item.entry, buffer);
+    if (!packed)
+        return packed.error();
+    return std::make_shared<Zip::UnpackingJob>(*m_archive, item.entry, *packed, std::move(buffer));
 }
 
 Result<Zip::ByteSourcePtr> PackageItems::openNested(const PackageItem& item, std::string_view subject) const

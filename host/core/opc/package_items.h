@@ -5,6 +5,7 @@
 #include "host/core/opc/sibling_readings.h"
 #include "host/core/opc/zip/archive.h"
 #include "host/core/opc/zip/payload_store.h"
+#include "host/core/opc/zip/unpacking_job.h"
 #include "kelvaris/system/file_path2.h"
 #include "kelvaris/system/io/opc_packaging/opc_enums.h"
 
@@ -81,6 +82,10 @@ public:
     Result<std::vector<std::byte>> read(const PackageItem& item, std::string_view subject) const;
     Result<> stream(const PackageItem& item, std::string_view subject, const Disk::ByteSink& sink) const;
     Result<Zip::ByteSourcePtr> openNested(const PackageItem& item, std::string_view subject) const;
+
+    /// Reads the item so far that another thread can do the rest.
+    /// @return  null when that is not worth it: `stream` does it then
+    Result<Zip::UnpackingJobPtr> readAhead(const PackageItem& item) const;
 
     /// What `parse` makes of an item's bytes, or has made of the same bytes for a package beside this one.
     ///

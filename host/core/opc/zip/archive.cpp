@@ -190,7 +190,13 @@ Expected<PackedEntry, ErrorCode2> Archive::readPacked(std::size_t index, std::ve
 
 Expected<std::vector<std::byte>, ErrorCode2> Archive::unpack(std::size_t index, const PackedEntry& packed) const
 {
-    return unpackBytes(packedData(index), packed.bytes);
+    return unpackBytes({.source = *m_source,
+                        .compressedSize = packed.bytes.size(),
+                        .size = packed.size,
+                        .crc = packed.crc,
+                        .method = packed.method,
+                        .subject = [this, index] { return describe(index); }},
+                       packed.bytes);
 }
 
 Expected<ByteSourcePtr, ErrorCode2> Archive::readSmallPackage(std::size_t index) const

@@ -27,7 +27,7 @@ struct PackedData;
 /// the entry is first used (M3.14), its bytes with their checksum whenever they are read in full. Names are bytes here:
 /// equal ones are allowed, and what they mean is the package layer's matter.
 ///
-/// Not for use by several threads at once.
+/// Not for use by several threads at once, but for `unpack`.
 class KELVARIS_CORE_API Archive
 {
 public:
@@ -72,7 +72,7 @@ public:
     /// @return  as `verify`
     Expected<PackedEntry, ErrorCode2> readPacked(std::size_t index, std::vector<std::byte>& buffer) const;
 
-    /// The second half.
+    /// The second half, which any thread may do.
     /// @param packed  of `readPacked`, for the same entry
     Expected<std::vector<std::byte>, ErrorCode2> unpack(std::size_t index, const PackedEntry& packed) const;
 

@@ -2,7 +2,6 @@
 
 #include <libdeflate.h>
 
-#include <new>
 #include <utility>
 #include <vector>
 
@@ -25,49 +24,15 @@ PackingJob::PackingJob(std::unique_ptr<const std::byte[]> bytes, std::size_t siz
 
 PackingJob::~PackingJob() = default;
 
-bool PackingJob::begin() noexcept
+void PackingJob::work(BlockDeflater& deflater)
 {
-    State expected = State::waiting;
-    return m_state.compare_exchange_strong(expected, State::running, std::memory_order_acquire);
-}
-
-void PackingJob::end(State state) noexcept
-{
-    m_state.store(state, std::memory_order_release);
-    m_state.notify_all();
-}
-
-void PackingJob::run(BlockDeflater& deflater)
-{
-    try {
-        m_result = packBlock({m_bytes.get(), m_size}, m_effort, deflater);
-    } catch (...) {
-        end(State::waiting);
-        throw;
-    }
+    m_result = packBlock({m_bytes.get(), m_size}, m_effort, deflater);
     m_bytes.reset();
-    end(State::done);
-}
-
-void PackingJob::runIfWaiting(BlockDeflater& deflater) noexcept
-{
-    if (!begin())
-        return;
-    try {
-        run(deflater);
-    } catch (const std::bad_alloc&) {
-        // it waits again: who needs the result tries once more and hears of a failure
-    }
 }
 
 PackedBytes PackingJob::result()
 {
-    while (!isDone()) {
-        if (begin())
-            run(*m_deflater);
-        else
-            m_state.wait(State::running, std::memory_order_acquire);
-    }
+    finish(*m_deflater);
     return m_result;
 }
 

@@ -2,7 +2,8 @@
 
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/limits.h"
-#include "host/core/opc/zip/packing_workers.h"
+#include "host/core/opc/zip/packing_job.h"
+#include "host/core/opc/zip/workers.h"
 #include "host/core/paths/disk/scratch_file.h"
 
 #include <libdeflate.h>
@@ -126,7 +127,7 @@ public:
 
     void packAll() noexcept;
 
-    PackingWorkers& workers() noexcept { return m_workers; }
+    Workers& workers() noexcept { return m_workers; }
 
 private:
     /// The piece of the temporary file that is being written.
@@ -157,7 +158,7 @@ private:
     std::shared_ptr<Disk::ScratchFile> m_scratch;
     std::deque<Unsettled> m_backlog; ///< what was handed over, and is not kept yet
     std::size_t m_backlogSize = 0;
-    PackingWorkers m_workers;
+    Workers m_workers;
 };
 
 ByteSourcePtr PayloadStore::Data::keepInMemory(const ByteSourcePtr& packed)

@@ -2,6 +2,7 @@
 
 #include "host/core/paths/disk/faults.h"
 #include "tests/host/core/opc/zip/zip_testing.h"
+#include "tests/support/running_threads.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -10,11 +11,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <optional>
-#include <thread>
 
 using namespace Kelvaris::System;
 using namespace Kelvaris::System::IO::OpcPackaging;
@@ -226,20 +225,6 @@ TEST(PayloadStore, ManyPayloadsBeyondTheBudgetAreAllKept)
 namespace {
 
 constexpr unsigned threadCounts[] = {0, 1, 2, 7};
-
-std::ptrdiff_t runningThreads()
-{
-    return std::distance(fs::directory_iterator{"/proc/self/task"}, fs::directory_iterator{});
-}
-
-/// Waits until no more threads run than that. One that has been joined stands in the system's list a moment longer.
-bool onlyRun(std::ptrdiff_t threads)
-{
-    const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds{30};
-    while (runningThreads() > threads && std::chrono::steady_clock::now() < patience)
-        std::this_thread::yield();
-    return runningThreads() == threads;
-}
 
 /// Files of many sizes, of which each fifth does not shrink.
 std::vector<fs::path> manyFiles(const TemporaryFolder& folder, unsigned count)

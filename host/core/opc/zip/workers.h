@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/core/opc/zip/packing_job.h"
+#include "host/core/opc/zip/job.h"
 
 #include <deque>
 #include <mutex>
@@ -9,20 +9,20 @@
 
 namespace Kelvaris::System::IO::OpcPackaging::Zip {
 
-/// Threads that compress while their owner reads the next file. They begin with the jobs and end with them: where
-/// nothing waits, nothing runs.
+/// Threads that compress while their owner reads the next file, or inflate while it writes the last one. They begin
+/// with the jobs and end with them: where nothing waits, nothing runs.
 ///
 /// One thread at a time owns the object; what it adds is taken by as many threads as the machine has processors,
 /// the owner's own among them.
-class KELVARIS_CORE_API PackingWorkers
+class KELVARIS_CORE_API Workers
 {
 public:
-    PackingWorkers();
-    PackingWorkers(const PackingWorkers&) = delete;
-    PackingWorkers& operator=(const PackingWorkers&) = delete;
+    Workers();
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
 
     /// As `finish`.
-    ~PackingWorkers();
+    ~Workers();
 
     /// Whether there is a processor besides the one that the owner has.
     bool canHelp() const noexcept { return m_limit > 0; }
@@ -30,9 +30,10 @@ public:
     /// Another limit than the machine's; for tests.
     void setLimit(unsigned threads) noexcept { m_limit = threads; }
 
-    void add(const PackingJobPtr& job);
+    void add(const JobPtr& job);
 
     /// For the owner, instead of waiting for a thread: does the next job that nobody has begun.
+    /// @param deflater  the owner's
     /// @return  whether there was one
     bool help(BlockDeflater& deflater) noexcept;
 
@@ -42,12 +43,12 @@ public:
 private:
     void startWorker();
     void work() noexcept;
-    PackingJobPtr next() noexcept;
-    PackingJobPtr takeWaiting() noexcept;
+    JobPtr next() noexcept;
+    JobPtr takeWaiting() noexcept;
 
     unsigned m_limit;
     std::mutex m_mutex; ///< of the next two
-    std::deque<PackingJobPtr> m_waiting;
+    std::deque<JobPtr> m_waiting;
     unsigned m_running = 0;
     std::vector<std::jthread> m_threads; ///< those that run, and those that have ended since
 };

@@ -1,4 +1,4 @@
-#include "host/core/opc/zip/packing_workers.h"
+#include "host/core/opc/zip/workers.h"
 
 #include <algorithm>
 #include <exception>
@@ -14,7 +14,7 @@ constexpr unsigned maximumThreads = 8;
 /// A single job is not worth a thread: its owner needs it next.
 constexpr std::size_t worthAThread = 2;
 
-void runIfWanted(const PackingJobPtr& job, BlockDeflater& deflater) noexcept
+void runIfWanted(const JobPtr& job, BlockDeflater& deflater) noexcept
 {
     // a job that nobody else holds is one whose result nobody wants
     if (job.use_count() > 1)
@@ -23,14 +23,14 @@ void runIfWanted(const PackingJobPtr& job, BlockDeflater& deflater) noexcept
 
 } // namespace
 
-PackingWorkers::PackingWorkers() : m_limit{std::clamp(std::thread::hardware_concurrency(), 1U, maximumThreads) - 1} {}
+Workers::Workers() : m_limit{std::clamp(std::thread::hardware_concurrency(), 1U, maximumThreads) - 1} {}
 
-PackingWorkers::~PackingWorkers()
+Workers::~Workers()
 {
     finish();
 }
 
-void PackingWorkers::add(const PackingJobPtr& job)
+void Workers::add(const JobPtr& job)
 {
     bool isWorker = false;
     {
@@ -42,7 +42,7 @@ void PackingWorkers::add(const PackingJobPtr& job)
         startWorker();
 }
 
-void PackingWorkers::startWorker()
+void Workers::startWorker()
 {
     std::unique_lock lock{m_mutex};
     const bool isFirst = m_running++ == 0;
@@ -57,42 +57,42 @@ void PackingWorkers::startWorker()
     }
 }
 
-PackingJobPtr PackingWorkers::takeWaiting() noexcept
+JobPtr Workers::takeWaiting() noexcept
 {
     if (m_waiting.empty())
         return nullptr;
-    PackingJobPtr job = std::move(m_waiting.front());
+    JobPtr job = std::move(m_waiting.front());
     m_waiting.pop_front();
     return job;
 }
 
-PackingJobPtr PackingWorkers::next() noexcept
+JobPtr Workers::next() noexcept
 {
     const std::lock_guard lock{m_mutex};
-    PackingJobPtr job = takeWaiting();
+    JobPtr job = takeWaiting();
     if (job == nullptr)
         --m_running;
     return job;
 }
 
-bool PackingWorkers::help(BlockDeflater& deflater) noexcept
+bool Workers::help(BlockDeflater& deflater) noexcept
 {
     std::unique_lock lock{m_mutex};
-    const PackingJobPtr job = takeWaiting();
+    const JobPtr job = takeWaiting();
     lock.unlock();
     if (job != nullptr)
         runIfWanted(job, deflater);
     return job != nullptr;
 }
 
-void PackingWorkers::work() noexcept
+void Workers::work() noexcept
 {
     BlockDeflater deflater;
-    while (const PackingJobPtr job = next())
+    while (const JobPtr job = next())
         runIfWanted(job, deflater);
 }
 
-void PackingWorkers::finish() noexcept
+void Workers::finish() noexcept
 {
     {
         const std::lock_guard lock{m_mutex};
