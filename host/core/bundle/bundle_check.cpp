@@ -38,9 +38,8 @@ bool isNoArchive(const ErrorCode2& error)
 bool isCompressed(PackageData& package, const PartPtr& part)
 {
     const Zip::Archive& archive = *package.parts().items().archive();
-    return std::ranges::any_of(part->entries(), [&](std::uint32_t entry) {
-        return archive.entries()[entry].method != Zip::Method::stored;
-    });
+    return std::ranges::any_of(
+        part->entries(), [&](std::uint32_t entry) { return archive.entries()[entry].method != Zip::Method::stored; });
 }
 
 /// A place where nothing stands, so that only the names decide.

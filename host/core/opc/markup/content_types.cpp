@@ -72,7 +72,7 @@ const MediaType* ContentTypes::typeOfKey(std::string_view key) const
 Expected<void, ErrorCode2> ContentTypes::set(std::string_view partName, std::string_view type, ExtensionUse use)
 {
     if (const std::string fault = mediaTypeFault(type); !fault.empty())
-        return Errors::makeError(OpcError::invalidMediaType, quoted(partName), fault);
+        return Errors::makeError(OpcError::invalidMediaType, inQuotes(partName), fault);
     if (const MediaType* const known = typeOf(partName); known != nullptr && isSameMediaType(*known, type))
         return {};
     remove(partName);

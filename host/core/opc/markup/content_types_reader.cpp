@@ -20,10 +20,10 @@ SchemaFault compatibilityFault(const XmlElement& element)
 {
     constexpr std::string_view rule = "M2.10";
     if (element.namespaceUri() == markupCompatibilityNamespace)
-        return typesFault(rule, "the element " + quoted(element.writtenName()) + " of markup compatibility");
+        return typesFault(rule, "the element " + inQuotes(element.writtenName()) + " of markup compatibility");
     for (const XmlAttribute& attribute : element.attributes()) {
         if (attribute.namespaceUri == markupCompatibilityNamespace)
-            return typesFault(rule, "the attribute " + quoted(attribute.name) + " of markup compatibility");
+            return typesFault(rule, "the attribute " + inQuotes(attribute.name) + " of markup compatibility");
     }
     return {};
 }
@@ -32,7 +32,7 @@ SchemaFault typeFault(const XmlElement& element, std::string_view rule)
 {
     const XmlAttribute* const type = element.attribute({}, "ContentType");
     if (type == nullptr)
-        return typesFault(rule, quoted(element.writtenName()) + " has no 'ContentType'");
+        return typesFault(rule, inQuotes(element.writtenName()) + " has no 'ContentType'");
     const std::string fault = mediaTypeFault(type->value);
     if (fault.empty())
         return {};
@@ -80,11 +80,11 @@ SchemaFault ContentTypesReader::readDefault(const XmlElement& element)
     if (extension == nullptr)
         return typesFault("M2.6", "a Default without 'Extension'");
     if (!isDefaultExtension(extension->value))
-        return typesFault("M2.6", quoted(extension->value) + " is no extension");
+        return typesFault("M2.6", inQuotes(extension->value) + " is no extension");
     if (auto fault = typeFault(element, "M2.6"); !fault.isNone())
         return fault;
     if (!m_types.enterRead(m_types.m_defaults, extension->value, element))
-        return typesFault("M2.5", "a second Default for the extension " + quoted(extension->value));
+        return typesFault("M2.5", "a second Default for the extension " + inQuotes(extension->value));
     return {};
 }
 
@@ -97,11 +97,11 @@ SchemaFault ContentTypesReader::readOverride(const XmlElement& element)
         return typesFault("M2.7", "an Override without 'PartName'");
     const PartName partName = partNameFromIri(std::string{trimmed(name->value)});
     if (!partName.isValid())
-        return typesFault("M2.7", "the PartName " + quoted(name->value) + " of an Override: " + partName.fault);
+        return typesFault("M2.7", "the PartName " + inQuotes(name->value) + " of an Override: " + partName.fault);
     if (auto fault = typeFault(element, "M2.7"); !fault.isNone())
         return fault;
     if (!m_types.enterRead(m_types.m_overrides, partName.text, element))
-        return typesFault("M2.5", "a second Override for the part " + quoted(partName.text));
+        return typesFault("M2.5", "a second Override for the part " + inQuotes(partName.text));
     return {};
 }
 

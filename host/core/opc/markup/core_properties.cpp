@@ -110,11 +110,11 @@ Expected<void, ErrorCode2> CoreProperties::set(CoreProperty property, std::strin
     if (property == CoreProperty::contentType)
         return settingError(property, "only the 1st edition has that property; it is not written anew");
     if (!isXmlText(text))
-        return settingError(property, quoted(text) + " holds a character that XML does not allow");
+        return settingError(property, inQuotes(text) + " holds a character that XML does not allow");
     if (isDate(property) && !Text::isDateTime(text))
-        return settingError(property, quoted(text) + " is no date");
+        return settingError(property, inQuotes(text) + " is no date");
     if (property == CoreProperty::lastPrinted && !hasSeconds(text))
-        return settingError(property, quoted(text) + " tells no time to the second, as XML Schema's dateTime does");
+        return settingError(property, inQuotes(text) + " tells no time to the second, as XML Schema's dateTime does");
     changed.text = text;
     changed.isChanged = true;
     m_isChanged = true;

@@ -48,15 +48,15 @@ bool mayHaveLanguage(const XmlElement& element) noexcept
 
 SchemaFault attributeFault(const XmlElement& element, const XmlAttribute& attribute)
 {
-    const std::string name = quoted(element.writtenName());
+    const std::string name = inQuotes(element.writtenName());
     if (attribute.namespaceUri == markupCompatibilityNamespace)
         return propertiesFault("M4.2", "markup compatibility on " + name);
     if (attribute.is(schemaInstanceNamespace, "type")) {
         if (!needsType(element))
             return propertiesFault("M4.5", "'xsi:type' on " + name);
         if (!hasW3cDateType(element, attribute.value))
-            return propertiesFault("M4.5",
-                                   "the type of " + name + " is " + quoted(attribute.value) + ", not 'dcterms:W3CDTF'");
+            return propertiesFault("M4.5", "the type of " + name + " is " + inQuotes(attribute.value) +
+                                               ", not 'dcterms:W3CDTF'");
         return {};
     }
     if (!attribute.is(xmlNamespace, "lang"))
@@ -71,16 +71,16 @@ SchemaFault attributesFault(const XmlElement& element)
             return fault;
     }
     if (needsType(element) && element.attribute(schemaInstanceNamespace, "type") == nullptr)
-        return propertiesFault("M4.5", "no 'xsi:type' on " + quoted(element.writtenName()));
+        return propertiesFault("M4.5", "no 'xsi:type' on " + inQuotes(element.writtenName()));
     return {};
 }
 
 SchemaFault unknownElement(const XmlElement& element)
 {
     if (element.namespaceUri() == markupCompatibilityNamespace)
-        return propertiesFault("M4.2", "the element " + quoted(element.writtenName()) + " of markup compatibility");
+        return propertiesFault("M4.2", "the element " + inQuotes(element.writtenName()) + " of markup compatibility");
     if (element.namespaceUri() == dublinCoreTermsNamespace)
-        return propertiesFault("M4.3", quoted(element.writtenName()) + " refines an element of the Dublin Core");
+        return propertiesFault("M4.3", inQuotes(element.writtenName()) + " refines an element of the Dublin Core");
     return unexpectedElement(element);
 }
 
@@ -91,7 +91,8 @@ SchemaFault nestedFault(const XmlElement& element)
         return {};
     if (child->namespaceUri() == markupCompatibilityNamespace)
         return unknownElement(*child);
-    return propertiesFault("M1.20", quoted(child->writtenName()) + " stands inside " + quoted(element.writtenName()));
+    return propertiesFault("M1.20",
+                           inQuotes(child->writtenName()) + " stands inside " + inQuotes(element.writtenName()));
 }
 
 void appendKeywords(std::string& keywords, const std::string& more)
@@ -131,7 +132,7 @@ SchemaFault readText(CoreProperty property, const XmlElement& element, std::stri
     text = element.text();
     if (!isDate(property) || Text::isDateTime(text))
         return {};
-    return propertiesFault("M1.20", quoted(element.writtenName()) + " is " + quoted(text) + ", which is no date");
+    return propertiesFault("M1.20", inQuotes(element.writtenName()) + " is " + inQuotes(text) + ", which is no date");
 }
 
 std::string prefixFor(const XmlElement& root, std::string_view namespaceUri)
@@ -164,7 +165,7 @@ SchemaFault CorePropertiesReader::readProperty(const XmlElement& element)
         return unknownElement(element);
     CoreProperties::Entry& entry = m_properties.entry(*property);
     if (entry.text)
-        return propertiesFault("M1.20", quoted(element.writtenName()) + " stands twice");
+        return propertiesFault("M1.20", inQuotes(element.writtenName()) + " stands twice");
     if (auto fault = attributesFault(element); !fault.isNone())
         return fault;
     entry.range = element.range();

@@ -117,7 +117,7 @@ SchemaFault MarkupCompatibility::enterAttribute(const XmlElement& element, const
     if (attribute.name == "PreserveElements" || attribute.name == "PreserveAttributes")
         return {};
     if (attribute.name != "MustUnderstand")
-        return compatibilityFault("the attribute " + quoted(attribute.name) + " is unknown");
+        return compatibilityFault("the attribute " + inQuotes(attribute.name) + " is unknown");
     std::vector<std::string_view> namespaces;
     if (SchemaFault fault = namespacesOf(element, attribute.value, namespaces); !fault.isNone())
         return fault;
@@ -125,7 +125,7 @@ SchemaFault MarkupCompatibility::enterAttribute(const XmlElement& element, const
                                           [this](std::string_view uri) { return isUnderstood(uri); });
     if (strange == namespaces.end())
         return {};
-    return compatibilityFault("the namespace " + quoted(*strange) + " must be understood, and is not");
+    return compatibilityFault("the namespace " + inQuotes(*strange) + " must be understood, and is not");
 }
 
 SchemaFault MarkupCompatibility::enterProcessContent(const XmlElement& element, std::string_view words)
@@ -134,7 +134,7 @@ SchemaFault MarkupCompatibility::enterProcessContent(const XmlElement& element, 
         const std::size_t colon = word.find(':');
         std::vector<std::string_view> namespaces;
         if (colon == std::string_view::npos)
-            return compatibilityFault("'ProcessContent' names " + quoted(word) + ", which has no prefix");
+            return compatibilityFault("'ProcessContent' names " + inQuotes(word) + ", which has no prefix");
         if (SchemaFault fault = namespacesOf(element, word.substr(0, colon), namespaces); !fault.isNone())
             return fault;
         for (const std::string_view uri : namespaces)
@@ -149,7 +149,7 @@ SchemaFault MarkupCompatibility::namespacesOf(const XmlElement& element, std::st
     for (auto prefix = takeWord(prefixes); !prefix.empty(); prefix = takeWord(prefixes)) {
         const auto uri = element.namespaceOf(prefix);
         if (!uri)
-            return compatibilityFault("the namespace prefix " + quoted(prefix) + " is not declared");
+            return compatibilityFault("the namespace prefix " + inQuotes(prefix) + " is not declared");
         namespaces.push_back(*uri);
     }
     return {};

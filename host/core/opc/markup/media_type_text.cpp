@@ -87,10 +87,10 @@ bool takeParameters(std::string_view& rest) noexcept
 std::string grammarFault(std::string_view text)
 {
     if (text.find('(') < text.find('"'))
-        return ruleReason("M1.15", quoted(text) + " holds a comment");
+        return ruleReason("M1.15", inQuotes(text) + " holds a comment");
     if (text.empty() || text.find_first_of(" \t\r\n") == std::string_view::npos)
-        return ruleReason("M1.13", quoted(text) + " is no media type");
-    return ruleReason("M1.14", quoted(text) + " is no media type: it holds white space where none may stand");
+        return ruleReason("M1.13", inQuotes(text) + " is no media type");
+    return ruleReason("M1.14", inQuotes(text) + " is no media type: it holds white space where none may stand");
 }
 
 bool isOwnType(std::string_view essence) noexcept
@@ -104,7 +104,7 @@ bool isOwnType(std::string_view essence) noexcept
 std::string mediaTypeFault(std::string_view text)
 {
     if (!text.empty() && (isXmlSpace(text.front()) || isXmlSpace(text.back())))
-        return ruleReason("M1.14", quoted(text) + " has white space around it");
+        return ruleReason("M1.14", inQuotes(text) + " has white space around it");
     std::string_view rest = text;
     if (!takeToken(rest) || !takeCharacter(rest, '/') || !takeToken(rest))
         return grammarFault(text);
@@ -112,7 +112,8 @@ std::string mediaTypeFault(std::string_view text)
     if (!takeParameters(rest))
         return grammarFault(text);
     if (hasParameters && isOwnType(mediaTypeEssence(text)))
-        return ruleReason("M1.22", quoted(text) + " has parameters, which a media type of the standard must not have");
+        return ruleReason("M1.22",
+                          inQuotes(text) + " has parameters, which a media type of the standard must not have");
     return {};
 }
 

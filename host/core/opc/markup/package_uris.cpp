@@ -76,7 +76,7 @@ Expected<String2, ErrorCode2> OpcPackageUri::toString() const
     return Text::withinMemory([this]() -> Expected<String2, ErrorCode2> {
         if (m_fault.length() == 0)
             return m_text;
-        return Errors::makeError(OpcError::invalidPartName, Markup::quoted(Text::narrow(m_text)),
+        return Errors::makeError(OpcError::invalidPartName, Markup::inQuotes(Text::narrow(m_text)),
                                  Text::narrow(m_fault));
     });
 }

@@ -20,17 +20,17 @@ std::string segmentFault(std::string_view segment)
             continue;
         const int decoded = percentDecoded(segment.substr(i));
         if (decoded < 0)
-            return ruleReason("M1.6", quoted(segment) + " holds a character that must be percent-encoded");
+            return ruleReason("M1.6", inQuotes(segment) + " holds a character that must be percent-encoded");
         if (decoded == '/' || decoded == '\\')
-            return ruleReason("M1.7", quoted(segment) + " holds a percent-encoded slash or backslash");
+            return ruleReason("M1.7", inQuotes(segment) + " holds a percent-encoded slash or backslash");
         if (isUnreserved(static_cast<char>(decoded)))
-            return ruleReason("M1.8", quoted(segment) + " holds a character that must not be percent-encoded");
+            return ruleReason("M1.8", inQuotes(segment) + " holds a character that must not be percent-encoded");
         i += 2;
     }
     if (segment.find_first_not_of('.') == std::string_view::npos)
-        return ruleReason("M1.10", quoted(segment) + " is a segment of dots alone");
+        return ruleReason("M1.10", inQuotes(segment) + " is a segment of dots alone");
     if (segment.back() == '.')
-        return ruleReason("M1.9", quoted(segment) + " ends with a dot");
+        return ruleReason("M1.9", inQuotes(segment) + " ends with a dot");
     return {};
 }
 
@@ -42,9 +42,9 @@ bool isControlCharacter(char character) noexcept
 std::string rawSegmentFault(std::string_view segment)
 {
     if (segment.find('\\') != std::string_view::npos)
-        return ruleReason("M1.7", "a name of " + quoted(segment) + " would hold a backslash");
+        return ruleReason("M1.7", "a name of " + inQuotes(segment) + " would hold a backslash");
     if (std::any_of(segment.begin(), segment.end(), isControlCharacter))
-        return ruleReason("M1.6", quoted(segment) + " holds a control character");
+        return ruleReason("M1.6", inQuotes(segment) + " holds a control character");
     return {};
 }
 

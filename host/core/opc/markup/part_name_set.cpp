@@ -36,7 +36,7 @@ std::string_view withoutSlash(std::string_view key) noexcept
 ErrorCode2 derivedName(std::string_view subject, std::string_view longer, std::string_view shorter)
 {
     return ruleError(OpcError::derivedPartName, subject, "M1.11",
-                     "the part name " + quoted(longer) + " continues the part name " + quoted(shorter));
+                     "the part name " + inQuotes(longer) + " continues the part name " + inQuotes(shorter));
 }
 
 } // namespace
@@ -73,7 +73,7 @@ Expected<void, ErrorCode2> PartNameSet::addKey(std::string_view key, std::string
             return derivedName(subject, name, key.substr(0, key.size() - segments.left().size() - 1));
         if (isName)
             return ruleError(OpcError::partExists, subject, "M1.12",
-                             "the part name " + quoted(name) + " is there already, in this or another case");
+                             "the part name " + inQuotes(name) + " is there already, in this or another case");
         if (segments.atEnd())
             return derivedName(subject, std::string{name} + "/...", name);
         above = &found->second;

@@ -66,15 +66,15 @@ Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view so
 {
     Relationship relationship{{}, std::string{type}, std::string{target}, mode, {}};
     if (!isXmlText(type) || !isXmlText(target))
-        return ruleError(OpcError::invalidRelationships, quoted(target), "M1.28",
+        return ruleError(OpcError::invalidRelationships, inQuotes(target), "M1.28",
                          "the type or the target holds a character that XML does not allow");
     std::string diagnostic;
     SchemaFault fault = relationshipFault(source, relationship, diagnostic);
     if (!fault.isNone())
-        return fault.onSubject(quoted(target));
+        return fault.onSubject(inQuotes(target));
     // What is read is put up with; what is written is right.
     if (!diagnostic.empty())
-        return Errors::makeError(OpcError::invalidRelationships, quoted(target), diagnostic);
+        return Errors::makeError(OpcError::invalidRelationships, inQuotes(target), diagnostic);
     const std::size_t number = nextNumber();
     relationship.id = idOf(number);
     enter(std::move(relationship));

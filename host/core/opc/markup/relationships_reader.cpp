@@ -45,7 +45,7 @@ SchemaFault readMode(const XmlElement& element, OpcTargetMode& mode)
     mode = OpcTargetMode::external;
     if (attribute->value == "External")
         return {};
-    return {.what = "the target mode " + quoted(attribute->value) + " is neither 'Internal' nor 'External'"};
+    return {.what = "the target mode " + inQuotes(attribute->value) + " is neither 'Internal' nor 'External'"};
 }
 
 SchemaFault readFields(const XmlElement& element, Relationship& relationship)
@@ -71,11 +71,11 @@ SchemaFault readFields(const XmlElement& element, Relationship& relationship)
 SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, std::string& diagnostic)
 {
     if (!isUriText(relationship.type))
-        return relationshipsFault("M1.27", "the type " + quoted(relationship.type) + " is no URI");
+        return relationshipsFault("M1.27", "the type " + inQuotes(relationship.type) + " is no URI");
     if (relationship.mode == OpcTargetMode::external)
         return {};
     const auto relationshipsTarget = [&] {
-        return relationshipsFault("M1.25", "the target " + quoted(relationship.target) + " is a relationships part");
+        return relationshipsFault("M1.25", "the target " + inQuotes(relationship.target) + " is a relationships part");
     };
     // nearly every target is, and there is nothing to resolve then
     if (isPlainPartName(relationship.target))
@@ -92,7 +92,7 @@ SchemaFault relationshipFault(std::string_view source, const Relationship& relat
 SchemaFault RelationshipsReader::read(const XmlElement& root)
 {
     if (isRelationshipsPartName(m_source))
-        return relationshipsFault("M1.25", "the source " + quoted(m_source) + " is a relationships part");
+        return relationshipsFault("M1.25", "the source " + inQuotes(m_source) + " is a relationships part");
     if (auto fault = rootFault(root, relationshipsNamespace, "Relationships"); !fault.isNone())
         return fault;
     return m_compatibility.within(root, [&] { return readRoot(root); });
@@ -121,13 +121,13 @@ SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
     if (auto fault = readFields(element, relationship); !fault.isNone())
         return fault;
     if (!isNcName(relationship.id))
-        return relationshipsFault("M1.26", quoted(relationship.id) + " is no id");
+        return relationshipsFault("M1.26", inQuotes(relationship.id) + " is no id");
     std::string diagnostic;
     if (auto fault = relationshipFault(m_source, relationship, diagnostic); !fault.isNone())
         return fault;
     note(relationship, diagnostic);
     if (const std::string id = relationship.id; !m_relationships.enter(std::move(relationship)))
-        return {OpcError::duplicateRelationshipId, "M1.26", "the id " + quoted(id) + " stands twice"};
+        return {OpcError::duplicateRelationshipId, "M1.26", "the id " + inQuotes(id) + " stands twice"};
     return {};
 }
 
@@ -139,7 +139,7 @@ void RelationshipsReader::note(const Relationship& relationship, const std::stri
     if (diagnostics.size() == Limits::diagnostics)
         diagnostics.emplace_back("There are more relationships of that sort.");
     else
-        diagnostics.push_back("The relationship " + quoted(relationship.id) + ": " + diagnostic + ".");
+        diagnostics.push_back("The relationship " + inQuotes(relationship.id) + ": " + diagnostic + ".");
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -20,7 +20,7 @@ std::string_view cut(std::string_view text)
 
 } // namespace
 
-std::string quoted(std::string_view text)
+std::string inQuotes(std::string_view text)
 {
     if (text.size() <= shownBytes)
         return "'" + Text::displayed(text) + "'";

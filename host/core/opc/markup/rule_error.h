@@ -10,7 +10,7 @@
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 /// A piece of a file for a sentence: in quotes, without what breaks a line, and cut when it is very long.
-KELVARIS_CORE_API std::string quoted(std::string_view text);
+KELVARIS_CORE_API std::string inQuotes(std::string_view text);
 
 /// "ISO/IEC 29500-2 M1.26: the id 'rId1' stands twice".
 KELVARIS_CORE_API std::string ruleReason(std::string_view rule, std::string_view what);

@@ -27,9 +27,9 @@ SchemaFault rootFault(const XmlElement& root, std::string_view namespaceUri, std
 {
     if (root.is(namespaceUri, name))
         return {};
-    return {.what = "the root element is " + quoted(root.writtenName()) + " of the namespace " +
-                    quoted(root.namespaceUri()) + ", not '" + std::string{name} + "' of '" + std::string{namespaceUri} +
-                    "'"};
+    return {.what = "the root element is " + inQuotes(root.writtenName()) + " of the namespace " +
+                    inQuotes(root.namespaceUri()) + ", not '" + std::string{name} + "' of '" +
+                    std::string{namespaceUri} + "'"};
 }
 
 SchemaFault attributeFault(const XmlElement& element, std::initializer_list<std::string_view> allowed)
@@ -47,21 +47,21 @@ SchemaFault unexpectedAttribute(const XmlElement& element, const XmlAttribute& a
     const bool isOfXml = attribute.namespaceUri == xmlNamespace || attribute.namespaceUri == schemaInstanceNamespace;
     const std::string prefix = attribute.prefix.empty() ? "" : std::string{attribute.prefix} + ":";
     return {.rule = isOfXml ? "M1.21" : "M1.20",
-            .what = "the attribute " + quoted(prefix + std::string{attribute.name}) + " may not stand on " +
-                    quoted(element.writtenName())};
+            .what = "the attribute " + inQuotes(prefix + std::string{attribute.name}) + " may not stand on " +
+                    inQuotes(element.writtenName())};
 }
 
 SchemaFault unexpectedElement(const XmlElement& element)
 {
-    return {.what = "the element " + quoted(element.writtenName()) + " of the namespace " +
-                    quoted(element.namespaceUri()) + " may not stand here"};
+    return {.what = "the element " + inQuotes(element.writtenName()) + " of the namespace " +
+                    inQuotes(element.namespaceUri()) + " may not stand here"};
 }
 
 SchemaFault textFault(const XmlElement& element)
 {
     if (!element.hasText())
         return {};
-    return {.what = "text in " + quoted(element.writtenName()) + ", which holds none"};
+    return {.what = "text in " + inQuotes(element.writtenName()) + ", which holds none"};
 }
 
 std::string prefixWithColon(const XmlElement& element)

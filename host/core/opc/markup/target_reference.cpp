@@ -131,9 +131,9 @@ std::string internalTargetFault(std::string_view target)
 {
     target = trimmed(target);
     if (hasScheme(target))
-        return ruleReason("M1.29", "the internal target " + quoted(target) + " is an absolute URI");
+        return ruleReason("M1.29", "the internal target " + inQuotes(target) + " is an absolute URI");
     if (target.size() >= 2 && isSlash(target[0]) && isSlash(target[1]))
-        return ruleReason("M1.29", "the internal target " + quoted(target) + " has an authority");
+        return ruleReason("M1.29", "the internal target " + inQuotes(target) + " has an authority");
     return {};
 }
 
@@ -151,10 +151,10 @@ ResolvedTarget resolveTarget(std::string_view source, std::string_view target)
     if (!reference.fragment.empty())
         resolved.uri.append("#").append(normalised(reference.fragment.substr(1), isByTheLetter));
     if (!isByTheLetter)
-        resolved.warning = ruleReason("M1.28", "the target " + quoted(target) + " is no URI reference; it is read as " +
-                                                   quoted(resolved.uri));
+        resolved.warning = ruleReason("M1.28", "the target " + inQuotes(target) +
+                                                   " is no URI reference; it is read as " + inQuotes(resolved.uri));
     if (path == packageSource)
-        resolved.fault = "the target " + quoted(target) + " is the package itself";
+        resolved.fault = "the target " + inQuotes(target) + " is the package itself";
     else
         resolved.fault = partNameFault(path);
     if (resolved.fault.empty())

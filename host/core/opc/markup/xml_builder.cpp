@@ -54,7 +54,7 @@ XmlFault XmlBuilder::build(std::size_t begin)
     m_data.declarations.reserve(8);
     if (readAll()) {
         if (m_open != noIndex)
-            fail("the element " + quoted(openNode().writtenName) + " is not closed");
+            fail("the element " + inQuotes(openNode().writtenName) + " is not closed");
         else if (m_data.nodes.empty())
             fail("there is no element");
     }
@@ -173,7 +173,7 @@ bool XmlBuilder::readStartTag()
     if (!readQualifiedName(name, prefixLength))
         return false;
     if (m_open == noIndex && !m_data.nodes.empty())
-        return fail("a second root element " + quoted(name));
+        return fail("a second root element " + inQuotes(name));
     if (m_depth == Limits::xmlDepth)
         return failLimit("elements more than " + std::to_string(Limits::xmlDepth) + " deep");
     openElement(begin, name, prefixLength);
@@ -209,7 +209,7 @@ bool XmlBuilder::readAttribute()
         return false;
     skipSpace();
     if (*m_at != '=')
-        return fail("the attribute " + quoted(name) + " has no value");
+        return fail("the attribute " + inQuotes(name) + " has no value");
     ++m_at;
     skipSpace();
     std::string_view value;
@@ -247,11 +247,11 @@ bool XmlBuilder::readEndTag()
         return fail("an end tag without its element");
     const std::string_view name = openNode().writtenName;
     if (!rest().starts_with(name))
-        return fail("an end tag where " + quoted(name) + " is to be closed");
+        return fail("an end tag where " + inQuotes(name) + " is to be closed");
     m_at += name.size();
     skipSpace();
     if (*m_at != '>')
-        return fail("an end tag where " + quoted(name) + " is to be closed");
+        return fail("an end tag where " + inQuotes(name) + " is to be closed");
     ++m_at;
     closeElement(begin);
     return true;
@@ -266,7 +266,7 @@ bool XmlBuilder::readQualifiedName(std::string_view& written, std::size_t& prefi
     if (m_at[first] == ':') {
         const std::size_t second = ncNameLength(rest().substr(first + 1));
         if (second == 0)
-            return fail("no name behind the prefix " + quoted(written));
+            return fail("no name behind the prefix " + inQuotes(written));
         prefixLength = first + 1;
         written = rest().substr(0, first + 1 + second);
     }

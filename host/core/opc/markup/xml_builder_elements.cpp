@@ -82,10 +82,10 @@ bool XmlBuilder::addDeclaration(std::string_view prefix, std::string_view uri)
     if (prefix == "xmlns" || uri == declarationsNamespace || (prefix == "xml") != (uri == xmlNamespace))
         return fail("a namespace declaration of 'xml' or 'xmlns' that is not allowed");
     if (!prefix.empty() && uri.empty())
-        return fail("the namespace prefix " + quoted(prefix) + " is declared as nothing");
+        return fail("the namespace prefix " + inQuotes(prefix) + " is declared as nothing");
     const auto first = m_data.declarations.begin() + node.firstDeclaration;
     if (std::any_of(first, m_data.declarations.end(), [&](const auto& other) { return other.prefix == prefix; }))
-        return fail("the namespace prefix " + quoted(prefix) + " is declared twice");
+        return fail("the namespace prefix " + inQuotes(prefix) + " is declared twice");
     ++node.declarationCount;
     m_data.declarations.push_back({prefix, uri});
     return true;
@@ -97,7 +97,7 @@ bool XmlBuilder::resolveNamespaces()
     const std::string_view prefix = node.writtenName.substr(0, node.prefixLength == 0 ? 0 : node.prefixLength - 1);
     const auto uri = m_data.namespaceOf(m_open, prefix);
     if (!uri)
-        return fail("the namespace prefix " + quoted(prefix) + " is not declared");
+        return fail("the namespace prefix " + inQuotes(prefix) + " is not declared");
     node.namespaceUri = *uri;
     for (std::uint32_t i = 0; i < node.attributeCount; ++i) {
         XmlAttribute& attribute = m_data.attributes[node.firstAttribute + i];
@@ -105,7 +105,7 @@ bool XmlBuilder::resolveNamespaces()
             continue;
         const auto attributeUri = m_data.namespaceOf(m_open, attribute.prefix);
         if (!attributeUri)
-            return fail("the namespace prefix " + quoted(attribute.prefix) + " is not declared");
+            return fail("the namespace prefix " + inQuotes(attribute.prefix) + " is not declared");
         attribute.namespaceUri = *attributeUri;
     }
     return checkAttributes();
@@ -117,7 +117,7 @@ bool XmlBuilder::checkAttributes()
     for (auto one = m_data.attributes.begin() + openNode().firstAttribute; one != last; ++one) {
         const auto isSame = [&](const XmlAttribute& other) { return other.is(one->namespaceUri, one->name); };
         if (std::any_of(std::next(one), last, isSame))
-            return fail("the attribute " + quoted(one->name) + " stands twice");
+            return fail("the attribute " + inQuotes(one->name) + " stands twice");
     }
     return true;
 }

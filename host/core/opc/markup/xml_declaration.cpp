@@ -151,7 +151,7 @@ XmlFault readDeclaration(std::string& text, Encoding encoding, std::size_t& body
         return {};
     const bool isUtf8 = encoding == Encoding::utf8;
     if (!Text::equalsAsciiCase(*reader.encoding(), isUtf8 ? "UTF-8" : "UTF-16"))
-        return encodingFault("the encoding " + quoted(*reader.encoding()) + " is declared, but " +
+        return encodingFault("the encoding " + inQuotes(*reader.encoding()) + " is declared, but " +
                              (isUtf8 ? "only UTF-8 and UTF-16 are allowed, and it is not UTF-16" : "it is UTF-16"));
     if (!isUtf8) {
         text.replace(static_cast<std::size_t>(reader.encoding()->data() - text.data()), 6, "UTF-8");
