@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     for (const std::string& name : types->overriddenNames()) {
         const auto type = types->typeOf(name);
-        Fuzzing::require(type != nullptr && mediaTypeFault(*type).empty(), "every override gives a media type");
+        Fuzzing::require(type.has_value() && mediaTypeFault(*type).empty(), "every override gives a media type");
     }
     const std::string text = types->serialised();
     const auto again = ContentTypes::parse(Fuzzing::bytesOf(text), "fuzz");

@@ -207,14 +207,14 @@ Result<CopyOnWrite<Markup::ContentTypes>> PackageParts::readContentTypes(const I
 
 Result<> PackageParts::enter(Table& table, PartPtr part) const
 {
-    const Markup::MediaType* const type = table.types->typeOfKey(part->key());
-    if (type == nullptr) {
+    auto type = table.types->typeOfKey(part->key());
+    if (!type) {
         table.diagnostics.push_back(Text::displayed(part->itemName) +
                                     ": an item without a content type is no part (M3.5)");
         addOther(table, part->name);
         return {};
     }
-    part->mediaType = *type;
+    part->mediaType = *std::move(type);
     if (table.names) {
         if (auto added = table.names->addKey(part->key(), part->name, subjectOf(part->name)); !added)
             return added;

@@ -54,26 +54,26 @@ Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte
     return types;
 }
 
-const MediaType* ContentTypes::typeOf(std::string_view partName) const
+std::optional<MediaType> ContentTypes::typeOf(std::string_view partName) const
 {
     return typeOfKey(partNameKey(partName));
 }
 
-const MediaType* ContentTypes::typeOfKey(std::string_view key) const
+std::optional<MediaType> ContentTypes::typeOfKey(std::string_view key) const
 {
     if (!m_overrides.empty()) {
         if (const auto found = m_overrides.find(key); found != m_overrides.end())
-            return &found->second.type;
+            return found->second.type;
     }
     const auto found = m_defaults.find(extensionOf(key));
-    return found == m_defaults.end() ? nullptr : &found->second.type;
+    return found == m_defaults.end() ? std::nullopt : std::optional<MediaType>{found->second.type};
 }
 
 Expected<void, ErrorCode2> ContentTypes::set(std::string_view partName, std::string_view type, ExtensionUse use)
 {
     if (const std::string fault = mediaTypeFault(type); !fault.empty())
         return Errors::makeError(OpcError::invalidMediaType, inQuotes(partName), fault);
-    if (const MediaType* const known = typeOf(partName); known != nullptr && isSameMediaType(*known, type))
+    if (const auto known = typeOf(partName); known && isSameMediaType(*known, type))
         return {};
     remove(partName);
     const std::string_view extension = extensionOf(partName);

@@ -28,6 +28,10 @@ public:
     explicit MediaType(std::string_view text) : m_text{std::make_shared<const std::string>(text)} {}
 
     operator std::string_view() const noexcept { return m_text == nullptr ? std::string_view{} : *m_text; }
+    bool operator==(const MediaType& other) const noexcept
+    {
+        return std::string_view{*this} == std::string_view{other};
+    }
 
 private:
     std::shared_ptr<const std::string> m_text;
@@ -50,12 +54,12 @@ public:
     static Expected<ContentTypes, ErrorCode2> parse(std::span<const std::byte> bytes, std::string_view subject,
                                                     FaultLog* faults = nullptr);
 
-    /// The media type of a part: that of its Override, else that of its extension (M2.9). Null for an item that is no
-    /// part. Valid until the next change.
-    const MediaType* typeOf(std::string_view partName) const;
+    /// The media type of a part: that of its Override, else that of its extension (M2.9). Nothing for an item that is
+    /// no part.
+    std::optional<MediaType> typeOf(std::string_view partName) const;
 
     /// The same for the key of a name.
-    const MediaType* typeOfKey(std::string_view key) const;
+    std::optional<MediaType> typeOfKey(std::string_view key) const;
 
     /// Gives a part a media type: by a Default that says so already, by a new Default when `use` allows it, else by an
     /// Override (M2.8). A type that the part had is replaced.

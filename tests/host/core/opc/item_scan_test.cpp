@@ -42,7 +42,8 @@ std::vector<std::string> named(const ItemScan& scan)
 
 TEST(ItemScan, ItemsBecomePartNamesInTheirOrder)
 {
-    const ItemScan found = scan({"b.txt", "[Content_Types].xml", "sub/a.txt"}).value();
+    const Zip::ArchivePtr archive = archiveOf({"b.txt", "[Content_Types].xml", "sub/a.txt"});
+    const ItemScan found = OpcPackaging::detail::scanItems(*archive).value();
     EXPECT_THAT(named(found), ElementsAre("/b.txt 1", "/sub/a.txt 1"));
     ASSERT_NE(found.contentTypes, nullptr);
     EXPECT_EQ(found.contentTypes->itemName, "[Content_Types].xml");

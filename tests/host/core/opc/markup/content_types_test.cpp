@@ -32,8 +32,8 @@ ContentTypes read(std::string_view document)
 
 std::string typeOf(const ContentTypes& types, std::string_view name)
 {
-    const MediaType* const type = types.typeOf(name);
-    return type == nullptr ? "none" : std::string{std::string_view{*type}};
+    const auto type = types.typeOf(name);
+    return type ? std::string{std::string_view{*type}} : "none";
 }
 
 void set(ContentTypes& types, std::string_view name, std::string_view type, Use use = Use::taken)
