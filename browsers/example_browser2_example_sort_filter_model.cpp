@@ -11,6 +11,26 @@ ExampleBrowser2ExampleSortFilterModel::ExampleBrowser2ExampleSortFilterModel(QOb
 {
 }
 
+void ExampleBrowser2ExampleSortFilterModel::setSourceModel(QAbstractItemModel* source)
+{
+    if (source == sourceModel())
+        return;
+    if (sourceModel() != nullptr)
+        sourceModel()->disconnect(this);
+    m_foldedTexts.clear();
+    // ahead of the base class's connections, since that filters rows as soon as it hears of a change
+    if (source != nullptr) {
+        const auto forget = [this] { m_foldedTexts.clear(); };
+        connect(source, &QAbstractItemModel::dataChanged, this, forget);
+        connect(source, &QAbstractItemModel::rowsInserted, this, forget);
+        connect(source, &QAbstractItemModel::rowsRemoved, this, forget);
+        connect(source, &QAbstractItemModel::rowsMoved, this, forget);
+        connect(source, &QAbstractItemModel::layoutChanged, this, forget);
+        connect(source, &QAbstractItemModel::modelReset, this, forget);
+    }
+    QSortFilterProxyModel::setSourceModel(source);
+}
+
 void ExampleBrowser2ExampleSortFilterModel::setManufacturers(const QStringList& manufacturers)
 {
     leaveHeldRows();
@@ -61,10 +81,27 @@ bool ExampleBrowser2ExampleSortFilterModel::acceptsManufacturer(const QModelInde
 bool ExampleBrowser2ExampleSortFilterModel::matchesSearch(const QModelIndex& source) const
 {
     m_matcher.setPattern(filterRegularExpression());
+    if (m_matcher.isWord())
+        return m_matcher.isWordIn(foldedTexts(source));
     for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole}) {
         if (m_matcher.isFoundIn(source.data(role).toString()))
             return true;
     }
     const QStringList keywords = source.data(Model::KeywordsRole).toStringList();
     return std::ranges::any_of(keywords, [this](const QString& keyword) { return m_matcher.isFoundIn(keyword); });
+}
+
+const QString& ExampleBrowser2ExampleSortFilterModel::foldedTexts(const QModelIndex& source) const
+{
+    if (m_foldedTexts.empty())
+        m_foldedTexts.resize(static_cast<std::size_t>(sourceModel()->rowCount()));
+    QString& texts = m_foldedTexts[static_cast<std::size_t>(source.row())];
+    if (texts.isNull()) {
+        QStringList all = source.data(Model::KeywordsRole).toStringList();
+        for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole})
+            all += source.data(role).toString();
+        // no word holds a line feed, so that none reaches from one text into the next
+        texts = PatternMatcher::folded(all.join(QLatin1Char{'\n'}));
+    }
+    return texts;
 }

@@ -23,7 +23,7 @@ nanoseconds processorTime()
 
 /// Whether every character stands for itself, in either case. Beyond ASCII the engine and QString do not always agree
 /// on what the other case of a letter is.
-bool isWord(const QRegularExpression& pattern)
+bool isPlainWord(const QRegularExpression& pattern)
 {
     const QString text = pattern.pattern();
     return pattern.patternOptions() == QRegularExpression::CaseInsensitiveOption &&
@@ -51,11 +51,20 @@ void PatternMatcher::setPattern(const QRegularExpression& pattern)
     m_boundedPattern =
         QRegularExpression{QStringLiteral("(*LIMIT_MATCH=1000000)") + pattern.pattern(), pattern.patternOptions()};
     m_isEmpty = pattern.pattern().isEmpty();
-    m_isWord = isWord(pattern);
+    m_isWord = isPlainWord(pattern);
     m_isValid = m_isWord || pattern.isValid();
-    if (m_isWord)
+    if (m_isWord) {
         m_word = QStringMatcher{pattern.pattern(), Qt::CaseInsensitive};
+        m_foldedWord = QStringMatcher{folded(pattern.pattern()), Qt::CaseSensitive};
+    }
     startPass();
+}
+
+QString PatternMatcher::folded(const QString& text)
+{
+    QString folded = text;
+    std::transform(text.begin(), text.end(), folded.begin(), [](QChar character) { return character.toCaseFolded(); });
+    return folded;
 }
 
 void PatternMatcher::startPass()

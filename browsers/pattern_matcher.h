@@ -36,6 +36,15 @@ public:
     /// Whether the pattern is found in `text`. An invalid pattern is found nowhere, the empty one everywhere.
     bool isFoundIn(const QString& text);
 
+    /// Whether the pattern is a plain word: letters, digits and signs of ASCII that stand for themselves.
+    bool isWord() const { return m_isWord; }
+
+    /// A text with one case for each letter, as `isWordIn` wants it; each character stays in its place.
+    static QString folded(const QString& text);
+
+    /// The same as `isFoundIn` for a plain word, in a part of the time.
+    bool isWordIn(const QString& folded) const { return m_foldedWord.indexIn(folded) >= 0; }
+
 private:
     bool match(const QString& text);
     void addTime(std::chrono::nanoseconds byTheClock);
@@ -44,6 +53,7 @@ private:
     QRegularExpression m_pattern;
     QRegularExpression m_boundedPattern;
     QStringMatcher m_word; // what is searched for when the pattern is a plain word
+    QStringMatcher m_foldedWord;
     bool m_isWord = false;
     bool m_isEmpty = true;
     bool m_isValid = true;

@@ -290,6 +290,48 @@ TEST_F(ExampleSortFilterModelOfALongList, ASelectedRowThatIsNotFoundGoesAlone)
     EXPECT_EQ(proxy.rowCount(), rows / 2);
 }
 
+TEST_F(ExampleSortFilterModelOfALongList, ASearchKnowsOfEveryChangeSinceTheOneBefore)
+{
+    const auto rowsWith = [this](const char* word) {
+        proxy.setFilterRegularExpression(searchPattern(QString::fromUtf8(word)));
+        return proxy.rowCount();
+    };
+    EXPECT_EQ(rowsWith("pump"), 0);
+    list.item(7)->setData(QStringLiteral("PUMP"), ExampleBrowser2ExampleModel::KeywordsRole);
+    EXPECT_EQ(proxy.rowCount(), 1);
+    EXPECT_EQ(rowsWith("even"), rows / 2);
+    EXPECT_EQ(rowsWith("pump"), 1);
+    list.removeRow(3);
+    EXPECT_EQ(sourceRow(proxy.index(0, 0)), 6);
+    EXPECT_EQ(rowsWith("odd 3"), 55); // 3 itself is gone
+    auto* const added = new QStandardItem;
+    added->setData(QStringLiteral("a pump"), ExampleBrowser2ExampleModel::DescriptionRole);
+    list.insertRow(0, added);
+    EXPECT_EQ(rowsWith("pump"), 2);
+    list.clear();
+    EXPECT_EQ(rowsWith("pump"), 0);
+}
+
+TEST_F(ExampleSortFilterModelOfALongList, ASearchIsInTheSourceThatIsSetAndNotInTheOneBefore)
+{
+    proxy.setFilterRegularExpression(searchPattern(QStringLiteral("odd")));
+    EXPECT_EQ(proxy.rowCount(), rows / 2);
+    QStandardItemModel other;
+    auto* const item = new QStandardItem;
+    item->setData(QStringLiteral("odd one"), ExampleBrowser2ExampleModel::TitleRole);
+    other.appendRow(item);
+    for (int again = 0; again < 2; ++again) {
+        proxy.setSourceModel(&other);
+        EXPECT_EQ(proxy.rowCount(), 1);
+    }
+    item->setData(QStringLiteral("even"), ExampleBrowser2ExampleModel::TitleRole);
+    EXPECT_EQ(proxy.rowCount(), 0);
+    list.item(0)->setData(QStringLiteral("odd"), ExampleBrowser2ExampleModel::TitleRole);
+    EXPECT_EQ(proxy.rowCount(), 0);
+    proxy.setSourceModel(nullptr);
+    EXPECT_EQ(proxy.rowCount(), 0);
+}
+
 TEST_F(ExampleSortFilterModelOfALongList, AChoiceOfManufacturersLeavesTheirRows)
 {
     list.item(5)->setData(QStringLiteral("Acme"), ExampleBrowser2ExampleModel::ManufacturerRole);
