@@ -38,8 +38,9 @@ struct Group
     std::string_view key() const noexcept { return part == nullptr ? std::string_view{otherKey} : part->key(); }
 };
 
-/// Looking up the directories of a deeper name takes longer than the tree of names does.
-constexpr std::ptrdiff_t mostDirectories = 32;
+/// Each directory of a name is looked up by all that stands before its end: of a deeper name the tree of names takes
+/// less.
+constexpr std::ptrdiff_t mostDirectories = 8;
 
 /// Room on the stack for the table of places of a usual example.
 constexpr std::size_t usualTable = 2048;

@@ -68,7 +68,7 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
 {
     if (auto loaded = load(); !loaded)
         return loaded.error();
-    const auto part = std::make_shared<PartRecord>(std::string{name});
+    auto part = std::make_shared<PartRecord>(std::string{name});
     if (auto reserved = reserveName(name); !reserved)
         return reserved.error();
     Errors::Rollback forgetName{[&] { names().remove(name); }};
@@ -112,7 +112,6 @@ void PackageParts::remove(const PartPtr& part)
     m_table->byKey.erase(part->key());
     std::erase(m_table->parts, part);
     m_items.remove(part);
-    part->isRemoved = true;
 }
 
 Result<std::vector<std::string>> PackageParts::typedNamesWithoutPart()

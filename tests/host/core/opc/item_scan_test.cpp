@@ -57,6 +57,15 @@ TEST(ItemScan, TheContentTypesAreFoundInAnyAsciiCase)
     EXPECT_FALSE(OpcPackaging::detail::hasContentTypes(*archiveOf({"sub/[Content_Types].xml"})));
 }
 
+TEST(ItemScan, NamesThatCannotBeDerivedFromEachOtherAreKnown)
+{
+    EXPECT_TRUE(scan({"a/b.txt", "a/c.txt", "ab.txt", "a.txt/[0].last.piece", "A b/"}).value().areUnrelated);
+    EXPECT_FALSE(scan({"a/b.txt", "x.txt", "a"}).value().areUnrelated);
+    EXPECT_FALSE(scan({"A", "a/b/c.txt"}).value().areUnrelated);
+    EXPECT_FALSE(scan({"a/b/c.txt", "a/B/[0].piece"}).value().areUnrelated);
+    EXPECT_FALSE(scan({"1/2/3/4/5/6/7/8/9/10.txt"}).value().areUnrelated); // perhaps: nobody looks so deep
+}
+
 TEST(ItemScan, NamesBeyondAsciiArePercentEncoded)
 {
     EXPECT_THAT(named(scan({"größe.txt"}).value()), ElementsAre("/gr%C3%B6%C3%9Fe.txt 1"));
