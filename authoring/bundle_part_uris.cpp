@@ -67,8 +67,8 @@ public:
         const auto [known, isNew] = m_directories.try_emplace(directory.native());
         if (isNew)
             known->second = weaklyCanonical(directory).lexically_relative(m_base);
-        // the base itself lies in what is above it
-        if (*known->second.begin() == "..")
+        // on another drive there is no way, and the base itself lies in what is above it
+        if (known->second.empty() || *known->second.begin() == "..")
             return weaklyCanonical(path).lexically_relative(m_base);
         return known->second == "." ? name : known->second / name;
     }

@@ -81,7 +81,7 @@ bool ExampleBrowser2ExampleSortFilterModel::acceptsManufacturer(const QModelInde
 bool ExampleBrowser2ExampleSortFilterModel::matchesSearch(const QModelIndex& source) const
 {
     m_matcher.setPattern(filterRegularExpression());
-    if (m_matcher.isWord())
+    if (m_matcher.isWord() && !source.parent().isValid())
         return m_matcher.isWordIn(foldedTexts(source));
     for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole}) {
         if (m_matcher.isFoundIn(source.data(role).toString()))

@@ -41,7 +41,7 @@ private:
     const QString& foldedTexts(const QModelIndex& source) const;
 
     QStringList m_manufacturers;
-    /// All that is searched of each row of the source, folded; null until it was needed. To ask the source for five
+    /// All that is searched of each top row of the source, folded; null until it was needed. To ask the source for five
     /// texts of ten thousand rows takes as long as everything else about a key press.
     mutable std::vector<QString> m_foldedTexts;
     QSet<int> m_heldRows; // of the source; all that is left while others go

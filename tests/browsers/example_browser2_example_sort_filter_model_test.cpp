@@ -312,6 +312,23 @@ TEST_F(ExampleSortFilterModelOfALongList, ASearchKnowsOfEveryChangeSinceTheOneBe
     EXPECT_EQ(rowsWith("pump"), 0);
 }
 
+TEST_F(ExampleSortFilterModelOfALongList, ASearchTellsRowsBelowARowFromThoseAtTheTop)
+{
+    QStandardItemModel tree;
+    auto* const top = new QStandardItem;
+    top->setData(QStringLiteral("a pump"), ExampleBrowser2ExampleModel::TitleRole);
+    for (const char* title : {"a pump", "a fan"}) {
+        auto* const below = new QStandardItem;
+        below->setData(QString::fromUtf8(title), ExampleBrowser2ExampleModel::TitleRole);
+        top->appendRow(below);
+    }
+    tree.appendRow(top);
+    proxy.setSourceModel(&tree);
+    proxy.setFilterRegularExpression(searchPattern(QStringLiteral("pump")));
+    ASSERT_EQ(proxy.rowCount(), 1);
+    EXPECT_EQ(proxy.rowCount(proxy.index(0, 0)), 1);
+}
+
 TEST_F(ExampleSortFilterModelOfALongList, ASearchIsInTheSourceThatIsSetAndNotInTheOneBefore)
 {
     proxy.setFilterRegularExpression(searchPattern(QStringLiteral("odd")));
