@@ -6,6 +6,18 @@
 
 using Model = ExampleBrowser2ExampleModel;
 
+namespace {
+
+QStringList searchedTexts(const QModelIndex& source)
+{
+    QStringList texts;
+    for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole})
+        texts += source.data(role).toString();
+    return texts + source.data(Model::KeywordsRole).toStringList();
+}
+
+} // namespace
+
 ExampleBrowser2ExampleSortFilterModel::ExampleBrowser2ExampleSortFilterModel(QObject* parent)
     : QSortFilterProxyModel{parent}
 {
@@ -83,12 +95,8 @@ bool ExampleBrowser2ExampleSortFilterModel::matchesSearch(const QModelIndex& sou
     m_matcher.setPattern(filterRegularExpression());
     if (m_matcher.isWord() && !source.parent().isValid())
         return m_matcher.isWordIn(foldedTexts(source));
-    for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole}) {
-        if (m_matcher.isFoundIn(source.data(role).toString()))
-            return true;
-    }
-    const QStringList keywords = source.data(Model::KeywordsRole).toStringList();
-    return std::ranges::any_of(keywords, [this](const QString& keyword) { return m_matcher.isFoundIn(keyword); });
+    const QStringList texts = searchedTexts(source);
+    return std::ranges::any_of(texts, [this](const QString& text) { return m_matcher.isFoundIn(text); });
 }
 
 const QString& ExampleBrowser2ExampleSortFilterModel::foldedTexts(const QModelIndex& source) const
@@ -97,11 +105,8 @@ const QString& ExampleBrowser2ExampleSortFilterModel::foldedTexts(const QModelIn
         m_foldedTexts.resize(static_cast<std::size_t>(sourceModel()->rowCount()));
     QString& texts = m_foldedTexts[static_cast<std::size_t>(source.row())];
     if (texts.isNull()) {
-        QStringList all = source.data(Model::KeywordsRole).toStringList();
-        for (const int role : {Model::TitleRole, Model::DescriptionRole, Model::ManufacturerRole})
-            all += source.data(role).toString();
         // no word holds a line feed, so that none reaches from one text into the next
-        texts = PatternMatcher::folded(all.join(QLatin1Char{'\n'}));
+        texts = PatternMatcher::folded(searchedTexts(source).join(QLatin1Char{'\n'}));
     }
     return texts;
 }
