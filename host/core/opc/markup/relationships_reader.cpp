@@ -74,17 +74,11 @@ SchemaFault relationshipFault(std::string_view source, const Relationship& relat
         return relationshipsFault("M1.27", "the type " + inQuotes(relationship.type) + " is no URI");
     if (relationship.mode == OpcTargetMode::external)
         return {};
-    const auto relationshipsTarget = [&] {
-        return relationshipsFault("M1.25", "the target " + inQuotes(relationship.target) + " is a relationships part");
-    };
-    // nearly every target is, and there is nothing to resolve then
-    if (isPlainPartName(relationship.target))
-        return isRelationshipsPartName(relationship.target) ? relationshipsTarget() : SchemaFault{};
     if (std::string fault = internalTargetFault(relationship.target); !fault.empty())
         return {OpcError::invalidRelationships, {}, std::move(fault)};
     const ResolvedTarget target = resolveTarget(source, relationship.target);
     if (isRelationshipsPartName(target.partName))
-        return relationshipsTarget();
+        return relationshipsFault("M1.25", "the target " + inQuotes(relationship.target) + " is a relationships part");
     diagnostic = target.warning.empty() ? target.fault : target.warning;
     return {};
 }
