@@ -3,13 +3,13 @@
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/items_writer.h"
 #include "host/core/opc/limits.h"
+#include "host/core/opc/zip/workers.h"
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
 namespace {
 
-/// What is smaller is inflated in the time that handing it over takes; what is larger is inflated in pieces.
-constexpr std::uint64_t worthHandingOver = std::uint64_t{2} << 10;
+/// What is larger is inflated in pieces.
 constexpr std::uint64_t mostAhead = std::uint64_t{1} << 20;
 
 Zip::Effort effortOf(OpcPackageCompressionType compression)
@@ -110,7 +110,7 @@ Result<Zip::UnpackingJobPtr> PackageItems::readAhead(const PackageItem& item) co
     if (item.payload != nullptr || item.entry == PackageItem::noEntry || !m_archive->isReadWhole(item.entry))
         return Zip::UnpackingJobPtr{};
     const Zip::Entry& entry = m_archive->entries()[item.entry];
-    if (entry.method == Zip::Method::stored || entry.size < worthHandingOver || entry.size > mostAhead)
+    if (entry.method == Zip::Method::stored || entry.size < Zip::Workers::worthHandingOver || entry.size > mostAhead)
         return Zip::UnpackingJobPtr{};
     std::vector<std::byte> buffer;
     const auto packed = m_archive->readPacked(item.entry, buffer);

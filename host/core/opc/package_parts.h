@@ -51,6 +51,7 @@ public:
     Result<std::vector<std::string>> typedNamesWithoutPart();
 
     Result<std::vector<std::byte>> read(const PartRecord& part) const;
+
     /// As `PackageItems::readAs`.
     template <class Document, class Parse>
     Result<CopyOnWrite<Document>> readAs(const PartRecord& part, const Parse& parse) const

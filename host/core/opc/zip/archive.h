@@ -104,7 +104,7 @@ private:
     Expected<void, ErrorCode2> readDirectory(FaultLog* faults);
     Expected<Local, ErrorCode2> readLocal(const Entry& entry, const ByteSource& source) const;
     Expected<ByteSourcePtr, ErrorCode2> readSmallPackage(std::size_t index) const;
-    PackedData packedData(std::size_t index) const;
+    PackedData packedData(std::size_t index, std::uint64_t offset) const;
 
     ByteSourcePtr m_source;
     std::vector<std::byte> m_directory;

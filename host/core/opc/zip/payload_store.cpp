@@ -29,9 +29,6 @@ static_assert(maximumBlockSize <= Limits::inflateGrace, "larger blocks could shr
 /// How much the threads may be behind: enough that none of them waits while the next file is read.
 constexpr std::size_t backlogSize = std::size_t{8} << 20;
 
-/// What is smaller is compressed in the time that handing it over takes.
-constexpr std::size_t worthHandingOver = std::size_t{2} << 10;
-
 constexpr std::size_t pieceSize = std::size_t{1} << 20;
 
 /// Of each MiB so much is tried. When a fiftieth or less of that can be saved, all is stored, at a tenth of the time.
@@ -242,7 +239,7 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effo
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Buffer bytes, std::size_t size, Effort effort)
 {
-    if (effort == Effort::store || size < worthHandingOver || !m_workers.canHelp())
+    if (effort == Effort::store || size < Workers::worthHandingOver || !m_workers.canHelp())
         return takeBlock({bytes.get(), size}, effort);
     if (auto settled = settle(size); !settled)
         return settled.error();

@@ -2,6 +2,7 @@
 
 #include "host/core/opc/zip/job.h"
 
+#include <cstddef>
 #include <deque>
 #include <mutex>
 #include <thread>
@@ -17,6 +18,9 @@ namespace Kelvaris::System::IO::OpcPackaging::Zip {
 class KELVARIS_CORE_API Workers
 {
 public:
+    /// Fewer bytes are compressed or inflated in the time that handing them over takes.
+    static constexpr std::size_t worthHandingOver = std::size_t{2} << 10;
+
     Workers();
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
