@@ -42,9 +42,10 @@ Expected<std::size_t, ErrorCode2> InputFile::readUpTo(std::uint64_t offset, std:
         const ssize_t count = SystemCalls::readAt(m_handle.get(), target.subspan(done), offset + done);
         if (count < 0)
             return Errors::systemError(errno, m_displayName, "cannot be read");
-        if (count == 0)
-            break;
         done += static_cast<std::size_t>(count);
+        // behind all that the file had when it was opened, an answer that is short comes from its end
+        if (count == 0 || offset + done >= m_size)
+            break;
     }
     return done;
 }

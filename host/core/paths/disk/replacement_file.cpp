@@ -10,17 +10,18 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace Kelvaris::System::Disk {
 
 namespace {
 
 constexpr std::string_view notWritten = "cannot be written";
-constexpr std::size_t bufferSize = 256 * 1024;
+constexpr std::size_t bufferSize = 512 * 1024;
 constexpr std::size_t copyChunk = 1024 * 1024;
 
 /// The disk begins with a file of which so much is written, rather than with all of it at the end.
-constexpr std::uint64_t writingChunk = std::uint64_t{32} << 20;
+constexpr std::uint64_t writingChunk = std::uint64_t{4} << 20;
 
 /// What the kernel allows too (MAXSYMLINKS).
 constexpr int maximumLinks = 40;
@@ -66,7 +67,7 @@ ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
     : m_target{std::move(other.m_target)}, m_displayName{std::move(other.m_displayName)},
       m_temporary{std::exchange(other.m_temporary, {})}, m_handle{std::move(other.m_handle)},
       m_replaced{other.m_replaced}, m_buffer{std::exchange(other.m_buffer, {})}, m_flushed{other.m_flushed},
-      m_onItsWay{other.m_onItsWay}
+      m_onItsWay{other.m_onItsWay}, m_behind{std::move(other.m_behind)}
 {
 }
 
@@ -76,9 +77,9 @@ ReplacementFile::~ReplacementFile()
         SystemCalls::remove(m_temporary.c_str());
 }
 
-ErrorCode2 ReplacementFile::failure() const
+ErrorCode2 ReplacementFile::failure(int error) const
 {
-    return Errors::systemError(errno, m_displayName, notWritten);
+    return Errors::systemError(error, m_displayName, notWritten);
 }
 
 Expected<ReplacementFile, ErrorCode2> ReplacementFile::create(const FilePath2& target)
@@ -108,10 +109,10 @@ Expected<void, ErrorCode2> ReplacementFile::open()
             return Errors::makeError(CoreError::notARegularFile, m_displayName);
         // a rename would go through, but write protection is meant for the file, not for its directory's entry
         if (SystemCalls::access(m_target.c_str(), W_OK) != 0)
-            return failure();
+            return failure(errno);
         m_replaced = {.exists = true, .mode = status.st_mode & 0777U, .user = status.st_uid, .group = status.st_gid};
     } else if (errno != ENOENT) {
-        return failure();
+        return failure(errno);
     }
     // until it is whole, nobody else reads what may replace a private file
     auto saving = openSavingFile(m_target, m_replaced.exists ? 0600 : 0666);
@@ -125,36 +126,47 @@ Expected<void, ErrorCode2> ReplacementFile::open()
 
 Expected<void, ErrorCode2> ReplacementFile::writeThrough(std::span<const std::byte> bytes)
 {
-    while (!bytes.empty()) {
-        const ssize_t count = SystemCalls::writeAt(m_handle.get(), bytes, m_flushed);
-        if (count < 0)
-            return failure();
-        advance(static_cast<std::uint64_t>(count));
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
+    if (const int error = writeAll(m_handle.get(), bytes, m_flushed); error != 0)
+        return failure(error);
+    advanceAndStart(bytes.size());
     return {};
 }
 
-void ReplacementFile::advance(std::uint64_t written) noexcept
+/// @return  from where on the disk shall begin with what is written; the end when there is too little of it
+std::uint64_t ReplacementFile::advance(std::uint64_t written) noexcept
 {
     m_flushed += written;
-    if (m_flushed - m_onItsWay < writingChunk)
-        return;
-    SystemCalls::startWriting(m_handle.get(), m_onItsWay, m_flushed - m_onItsWay);
-    m_onItsWay = m_flushed;
+    return m_flushed - m_onItsWay < writingChunk ? m_flushed : std::exchange(m_onItsWay, m_flushed);
+}
+
+void ReplacementFile::advanceAndStart(std::uint64_t written) noexcept
+{
+    if (const std::uint64_t begin = advance(written); begin < m_flushed)
+        SystemCalls::startWriting(m_handle.get(), begin, m_flushed - begin);
 }
 
 Expected<void, ErrorCode2> ReplacementFile::flush()
 {
+    if (const int error = m_behind.finish(); error != 0)
+        return failure(error);
     auto written = writeThrough(m_buffer);
     m_buffer.clear();
     return written;
 }
 
+Expected<void, ErrorCode2> ReplacementFile::flushBehind()
+{
+    const std::uint64_t begin = m_flushed;
+    const std::uint64_t startFrom = advance(m_buffer.size());
+    if (const int error = m_behind.begin(m_handle.get(), m_buffer, begin, startFrom); error != 0)
+        return failure(error);
+    return {};
+}
+
 Expected<void, ErrorCode2> ReplacementFile::write(std::span<const std::byte> bytes)
 {
     if (m_buffer.size() + bytes.size() > bufferSize) {
-        if (auto flushed = flush(); !flushed)
+        if (auto flushed = flushBehind(); !flushed)
             return flushed;
     }
     if (bytes.size() >= bufferSize)
@@ -172,7 +184,7 @@ Expected<void, ErrorCode2> ReplacementFile::append(const InputFile& source, std:
         const ssize_t count = SystemCalls::copyRange(source.handle().get(), offset, m_handle.get(), m_flushed, chunk);
         if (count <= 0) // not between these two files, or a failure: reading and writing tells which one's
             return appendByReading(source, offset, length);
-        advance(static_cast<std::uint64_t>(count));
+        advanceAndStart(static_cast<std::uint64_t>(count));
         offset += static_cast<std::uint64_t>(count);
         length -= static_cast<std::uint64_t>(count);
     }
@@ -203,12 +215,12 @@ Expected<void, ErrorCode2> ReplacementFile::commit()
         // Only the administrator can give a file away; others keep what they may, as every editor does.
         (void)SystemCalls::setOwner(m_handle.get(), m_replaced.user, m_replaced.group);
         if (SystemCalls::setMode(m_handle.get(), m_replaced.mode) != 0)
-            return failure();
+            return failure(errno);
     }
     // ahead of the rename, behind which nothing may fail
     const std::string directory = directoryOf(m_target);
     if (SystemCalls::flush(m_handle.get()) != 0 || SystemCalls::rename(m_temporary.c_str(), m_target.c_str()) != 0)
-        return failure();
+        return failure(errno);
     m_temporary.clear();
     m_handle.reset();
     flushDirectory(directory.empty() ? "." : directory.c_str());

@@ -2,6 +2,7 @@
 
 #include "host/core/paths/disk/file_handle.h"
 #include "host/core/paths/disk/input_file.h"
+#include "host/core/paths/disk/write_behind.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -25,7 +26,8 @@ namespace Kelvaris::System::Disk {
 ///     ...
 ///     return file->write(bytes).andThen([&] { return file->commit(); });
 ///
-/// Every error names the target.
+/// Every error names the target. What is more than a piece is written by a thread of the file's own, which runs between
+/// two calls, and never when `commit` has returned or the file is gone.
 class KELVARIS_CORE_API ReplacementFile
 {
 public:
@@ -62,10 +64,12 @@ private:
 
     Expected<void, ErrorCode2> open();
     Expected<void, ErrorCode2> flush();
+    Expected<void, ErrorCode2> flushBehind();
     Expected<void, ErrorCode2> writeThrough(std::span<const std::byte> bytes);
     Expected<void, ErrorCode2> appendByReading(const InputFile& source, std::uint64_t offset, std::uint64_t length);
-    void advance(std::uint64_t written) noexcept;
-    ErrorCode2 failure() const;
+    std::uint64_t advance(std::uint64_t written) noexcept;
+    void advanceAndStart(std::uint64_t written) noexcept;
+    ErrorCode2 failure(int error) const;
 
     /// What is known of the file that stood there.
     struct Replaced
@@ -84,6 +88,7 @@ private:
     std::vector<std::byte> m_buffer;
     std::uint64_t m_flushed = 0;
     std::uint64_t m_onItsWay = 0; ///< so much the system is told to write to the disk already
+    WriteBehind m_behind;
 };
 
 } // namespace Kelvaris::System::Disk

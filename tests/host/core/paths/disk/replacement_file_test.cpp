@@ -2,6 +2,7 @@
 
 #include "tests/host/core/paths/disk/disk_testing.h"
 #include "tests/support/noise.h"
+#include "tests/support/running_threads.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -100,6 +101,29 @@ TEST(ReplacementFile, AppendsAStretchOfAnotherFile)
     ASSERT_TRUE(file.write(bytesOf(" behind")));
     ASSERT_TRUE(file.commit());
     EXPECT_TRUE(readFile(folder / "a") == "before " + bytes.substr(10, 2'500'000) + bytes.substr(7, 20) + " behind");
+}
+
+TEST(ReplacementFile, WhatWaitsForAThreadStandsInItsPlaceWhateverIsAppendedNext)
+{
+    const TemporaryFolder folder;
+    const std::string bytes = noise(3'000'000);
+    const auto source = InputFile::open(filePath(folder.write("source", bytes))).value();
+    const auto before = runningThreads();
+    std::string expected;
+    auto file = ReplacementFile::create(filePath(folder / "a")).value();
+    for (unsigned i = 0; i < 300; ++i) {
+        const std::string piece = noise(40'000, i);
+        ASSERT_TRUE(file.write(bytesOf(piece)));
+        expected += piece;
+        if (i % 50 == 49) {
+            ASSERT_TRUE(file.append(source, i, 1'000'000));
+            expected += bytes.substr(i, 1'000'000);
+        }
+        EXPECT_EQ(file.position(), expected.size());
+    }
+    ASSERT_TRUE(file.commit());
+    EXPECT_TRUE(onlyRun(before));
+    EXPECT_TRUE(readFile(folder / "a") == expected);
 }
 
 TEST(ReplacementFile, ASourceThatHasBecomeShorterIsAnErrorThatNamesTheSource)
