@@ -52,12 +52,6 @@ public:
         return std::span{m_bytes}.subspan(offset, length);
     }
 
-    Expected<void, ErrorCode2> copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
-                                      std::uint64_t length) const override
-    {
-        return file.write(inMemory(offset, length));
-    }
-
 private:
     std::vector<std::byte> m_bytes;
 };
@@ -110,6 +104,8 @@ std::span<const std::byte> ByteSource::inMemory(std::uint64_t, std::uint64_t) co
 Expected<void, ErrorCode2> ByteSource::copyTo(Disk::ReplacementFile& file, std::uint64_t offset,
                                               std::uint64_t length) const
 {
+    if (const auto present = inMemory(offset, length); !present.empty())
+        return file.write(present);
     std::vector<std::byte> buffer(std::min(length, copyChunk));
     while (length > 0) {
         const auto piece = std::span{buffer}.first(std::min(length, copyChunk));

@@ -13,7 +13,7 @@ PackedBytes packBlock(std::span<const std::byte> bytes, Effort effort, BlockDefl
     std::vector<std::byte> compressed = deflater.deflate(bytes, effort);
     if (!compressed.empty())
         return {memorySource(std::move(compressed), {}), Method::deflated, crc};
-    return {memorySource({bytes.begin(), bytes.end()}, {}), Method::stored, crc};
+    return {nullptr, Method::stored, crc};
 }
 
 PackingJob::PackingJob(std::unique_ptr<const std::byte[]> bytes, std::size_t size, Effort effort,
@@ -26,7 +26,11 @@ PackingJob::~PackingJob() = default;
 
 void PackingJob::work(BlockDeflater& deflater)
 {
-    m_result = packBlock({m_bytes.get(), m_size}, m_effort, deflater);
+    const std::span bytes{m_bytes.get(), m_size};
+    PackedBytes packed = packBlock(bytes, m_effort, deflater);
+    if (packed.bytes == nullptr)
+        packed.bytes = memorySource({bytes.begin(), bytes.end()}, {});
+    m_result = std::move(packed);
     m_bytes.reset();
 }
 

@@ -15,7 +15,7 @@ namespace Kelvaris::System::IO::OpcPackaging::Zip {
 /// What becomes of bytes that were taken in.
 struct PackedBytes
 {
-    ByteSourcePtr bytes; ///< in memory
+    ByteSourcePtr bytes; ///< in memory; null for `packBlock`'s caller, who has them, when they are stored
     Method method = Method::stored;
     std::uint32_t crc = 0;
 };

@@ -3,6 +3,7 @@
 #include "host/core/errors/make_error.h"
 #include "host/core/opc/limits.h"
 #include "host/core/opc/zip/packing_job.h"
+#include "host/core/opc/zip/payload_memory.h"
 #include "host/core/opc/zip/workers.h"
 #include "host/core/paths/disk/scratch_file.h"
 
@@ -18,9 +19,6 @@ namespace {
 
 using Bytes = std::span<const std::byte>;
 
-/// What all payloads of a store may hold in memory.
-constexpr std::size_t memoryBudget = std::size_t{16} << 20;
-
 /// Up to here a whole file is compressed in one piece; "maximum" may take more room for its work.
 constexpr std::size_t blockSize = std::size_t{4} << 20;
 constexpr std::size_t maximumBlockSize = std::size_t{8} << 20;
@@ -28,6 +26,9 @@ static_assert(maximumBlockSize <= Limits::inflateGrace, "larger blocks could shr
 
 /// How much the threads may be behind: enough that none of them waits while the next file is read.
 constexpr std::size_t backlogSize = std::size_t{8} << 20;
+
+/// Files up to this size are read into one place after the other.
+constexpr std::size_t smallFile = std::size_t{64} << 10;
 
 constexpr std::size_t pieceSize = std::size_t{1} << 20;
 
@@ -119,8 +120,17 @@ public:
     using Buffer = std::unique_ptr<const std::byte[]>;
 
     Expected<PayloadPtr, ErrorCode2> takeBlock(Bytes bytes, Effort effort);
-    Expected<PayloadPtr, ErrorCode2> takeBlock(Buffer bytes, std::size_t size, Effort effort);
+    Expected<PayloadPtr, ErrorCode2> handOver(Buffer bytes, std::size_t size, Effort effort);
     Expected<PayloadPtr, ErrorCode2> takeStream(const Input& input, Effort effort);
+
+    /// Whether a thread compresses the bytes while the caller reads the next ones.
+    bool isHandedOver(std::size_t size, Effort effort) const noexcept
+    {
+        return effort != Effort::store && size >= Workers::worthHandingOver && m_workers.canHelp();
+    }
+
+    /// For one small file after the other.
+    std::span<std::byte> smallRoom();
 
     void packAll() noexcept;
 
@@ -136,7 +146,8 @@ private:
     };
 
     Expected<ByteSourcePtr, ErrorCode2> keep(const ByteSourcePtr& packed);
-    ByteSourcePtr keepInMemory(const ByteSourcePtr& packed);
+    Expected<ByteSourcePtr, ErrorCode2> keep(Bytes packed);
+    Expected<ByteSourcePtr, ErrorCode2> writeOut(Bytes packed);
     Expected<void, ErrorCode2> settle(std::size_t room);
     Expected<void, ErrorCode2> settleOldest();
     Expected<void, ErrorCode2> openScratch();
@@ -151,18 +162,19 @@ private:
     };
 
     std::shared_ptr<BlockDeflater> m_deflater = std::make_shared<BlockDeflater>();
-    std::shared_ptr<std::size_t> m_inMemory = std::make_shared<std::size_t>(0);
+    PayloadMemory m_memory;
     std::shared_ptr<Disk::ScratchFile> m_scratch;
     std::deque<Unsettled> m_backlog; ///< what was handed over, and is not kept yet
     std::size_t m_backlogSize = 0;
+    std::unique_ptr<std::byte[]> m_smallRoom;
     Workers m_workers;
 };
 
-ByteSourcePtr PayloadStore::Data::keepInMemory(const ByteSourcePtr& packed)
+std::span<std::byte> PayloadStore::Data::smallRoom()
 {
-    *m_inMemory += packed->size();
-    // the last one who uses the bytes gives their share of the budget back
-    return {packed.get(), [packed, budget = m_inMemory](const ByteSource* kept) { *budget -= kept->size(); }};
+    if (m_smallRoom == nullptr)
+        m_smallRoom = std::make_unique_for_overwrite<std::byte[]>(smallFile);
+    return {m_smallRoom.get(), smallFile};
 }
 
 Expected<void, ErrorCode2> PayloadStore::Data::openScratch()
@@ -178,15 +190,24 @@ Expected<void, ErrorCode2> PayloadStore::Data::openScratch()
 
 Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::keep(const ByteSourcePtr& packed)
 {
-    if (packed->size() <= memoryBudget - *m_inMemory)
-        return keepInMemory(packed);
+    auto kept = m_memory.keep(packed);
+    return kept == nullptr ? writeOut(packed->inMemory(0, packed->size())) : std::move(kept);
+}
+
+Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::keep(Bytes packed)
+{
+    auto kept = m_memory.keep(packed);
+    return kept == nullptr ? writeOut(packed) : std::move(kept);
+}
+
+Expected<ByteSourcePtr, ErrorCode2> PayloadStore::Data::writeOut(Bytes packed)
+{
     if (auto opened = openScratch(); !opened)
         return opened.error();
-    std::vector<std::byte> bytes(packed->size());
-    const auto offset = packed->readAt(0, bytes).andThen([&] { return m_scratch->append(bytes); });
+    const auto offset = m_scratch->append(packed);
     if (!offset)
         return offset.error();
-    return ByteSourcePtr{std::make_shared<ScratchSource>(m_scratch, *offset, bytes.size())};
+    return ByteSourcePtr{std::make_shared<ScratchSource>(m_scratch, *offset, packed.size())};
 }
 
 Expected<void, ErrorCode2> PayloadStore::Data::settleOldest()
@@ -231,16 +252,14 @@ void PayloadStore::Data::packAll() noexcept
 Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Bytes bytes, Effort effort)
 {
     const PackedBytes packed = packBlock(bytes, effort, *m_deflater);
-    auto kept = keep(packed.bytes);
+    auto kept = packed.bytes == nullptr ? keep(bytes) : keep(packed.bytes);
     if (!kept)
         return kept.error();
     return PayloadPtr{std::make_shared<Payload>(*std::move(kept), packed.method, packed.crc, bytes.size())};
 }
 
-Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::takeBlock(Buffer bytes, std::size_t size, Effort effort)
+Expected<PayloadPtr, ErrorCode2> PayloadStore::Data::handOver(Buffer bytes, std::size_t size, Effort effort)
 {
-    if (effort == Effort::store || size < Workers::worthHandingOver || !m_workers.canHelp())
-        return takeBlock({bytes.get(), size}, effort);
     if (auto settled = settle(size); !settled)
         return settled.error();
     const auto job = std::make_shared<PackingJob>(std::move(bytes), size, effort, m_deflater);
@@ -332,13 +351,21 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file,
     const std::size_t limit = blockSizeFor(effort);
     // one byte more than there should be shows whether the file has grown
     const std::size_t room = std::min<std::uint64_t>(file.size(), limit) + 1;
-    auto buffer = std::make_unique_for_overwrite<std::byte[]>(room);
-    const auto count = input.readAt(0, {buffer.get(), room});
+    const bool isHandedOver = m_data->isHandedOver(room - 1, effort);
+    std::unique_ptr<std::byte[]> own;
+    std::span<std::byte> buffer;
+    if (!isHandedOver && room <= smallFile)
+        buffer = m_data->smallRoom().first(room);
+    else
+        buffer = {(own = std::make_unique_for_overwrite<std::byte[]>(room)).get(), room};
+    const auto count = input.readAt(0, buffer);
     if (!count)
         return count.error();
-    if (*count < room && *count <= limit)
-        return m_data->takeBlock(std::move(buffer), *count, effort);
-    return m_data->takeStream(input, effort);
+    if (*count == room)
+        return m_data->takeStream(input, effort);
+    if (isHandedOver)
+        return m_data->handOver(std::move(own), *count, effort);
+    return m_data->takeBlock(buffer.first(*count), effort);
 }
 
 void PayloadStore::packAll() noexcept
