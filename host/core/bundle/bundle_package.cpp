@@ -108,18 +108,18 @@ Result<StoredPropertiesPtr> readProperties(PackageData& package)
 Result<PartPtr> addRelatedPart(PackageData& package, const OpcPackaging::OpcPackagePartUri& uri,
                                std::string_view mediaType, PayloadPtr bytes, std::string_view relationshipType)
 {
-    auto name = uri.toString();
-    if (!name)
-        return name.error();
+    const auto text = uri.toString();
+    if (!text)
+        return text.error();
+    const std::string_view name = Text::narrow(*text);
     // what cannot be related must not be made first
     if (auto relationships = package.relationships().of(Markup::packageSource); !relationships)
         return relationships.error();
-    auto part = package.createPart(Text::narrow(*name), mediaType, std::move(bytes));
+    auto part = package.createPart(name, mediaType, std::move(bytes));
     if (!part)
         return part;
     Errors::Rollback takeBack{[&] { package.parts().remove(*part); }};
-    auto related = package.relationships().add(Markup::packageSource, relationshipType, Text::narrow(*name),
-                                               OpcTargetMode::internal);
+    auto related = package.relationships().add(Markup::packageSource, relationshipType, name, OpcTargetMode::internal);
     if (!related)
         return related.error();
     takeBack.dismiss();

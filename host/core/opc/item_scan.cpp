@@ -4,14 +4,14 @@
 #include "host/core/opc/markup/opc_names.h"
 #include "host/core/opc/markup/part_name.h"
 #include "host/core/opc/zip_attributes.h"
-#include "host/core/text/name_hash.h"
+#include "host/core/text/name_index.h"
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
 #include <array>
 #include <memory_resource>
 #include <optional>
-#include <unordered_map>
+#include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
 
@@ -42,8 +42,8 @@ struct Group
 /// less.
 constexpr std::ptrdiff_t mostDirectories = 8;
 
-/// Room on the stack for the table of places of a usual example.
-constexpr std::size_t usualTable = 2048;
+/// Room on the stack for the groups of a usual example.
+constexpr std::size_t usualGroups = 4096;
 
 bool isContentTypesName(std::string_view itemName)
 {
@@ -88,7 +88,7 @@ public:
     ItemScanner(const Zip::Archive& archive, FaultLog* faults) : m_archive{archive}, m_faults{faults}
     {
         m_groups.reserve(archive.entries().size());
-        m_places.reserve(archive.entries().size());
+        m_index.reserve(archive.entries().size());
         m_scan.named.reserve(archive.entries().size());
     }
 
@@ -127,13 +127,19 @@ private:
         return {};
     }
 
+    auto keyAt() const noexcept
+    {
+        return [this](Text::NameIndex::Place place) { return m_groups[place].key(); };
+    }
+
     Group& groupOf(std::string_view itemName, const Zip::Entry& record)
     {
         Group& group = m_groups.emplace_back(newGroup(itemName, record.hasUtf8Name()));
-        const auto [place, isNew] = m_places.try_emplace(group.key(), &group);
-        if (!isNew)
-            m_groups.pop_back();
-        return *place->second;
+        const auto known = m_index.add(keyAt());
+        if (known == Text::NameIndex::none)
+            return group;
+        m_groups.pop_back();
+        return m_groups[known];
     }
 
     /// Keys of items that are no parts do not begin with "/", as every directory of a part does.
@@ -148,7 +154,7 @@ private:
             if (std::ranges::count(directory, '/') > mostDirectories)
                 return false;
             for (; !directory.empty(); directory = directoryOf(directory)) {
-                if (m_places.contains(directory))
+                if (m_index.find(directory, keyAt()) != Text::NameIndex::none)
                     return false;
             }
             return true;
@@ -211,10 +217,10 @@ private:
 
     const Zip::Archive& m_archive;
     FaultLog* m_faults;
-    std::vector<Group> m_groups; ///< does not grow beyond the room that it has from the beginning
-    std::array<std::byte, usualTable> m_room;
+    std::array<std::byte, usualGroups> m_room;
     std::pmr::monotonic_buffer_resource m_memory{m_room.data(), m_room.size()};
-    std::pmr::unordered_map<std::string_view, Group*, Text::NameHash> m_places{&m_memory}; ///< by their keys
+    std::pmr::vector<Group> m_groups{&m_memory};
+    Text::NameIndex m_index; ///< of their keys
     ItemScan m_scan;
 };
 

@@ -117,10 +117,11 @@ Expected<OpcPackageRelationship, ErrorCode2> OpcPackage::createRelationship(cons
         auto text = target.toString();
         if (!text)
             return text.error();
-        auto added = m_data->relationships().add(Markup::packageSource, Text::narrow(type), Text::narrow(*text), mode);
+        auto& relationships = m_data->relationships();
+        auto added = relationships.add(Markup::packageSource, Text::narrow(type), Text::narrow(*text), mode);
         if (!added)
             return added.error();
-        return PackageAccess::relationship(std::move(*added));
+        return PackageAccess::relationship(relationships.record(Markup::packageSource, **added));
     });
 }
 

@@ -60,8 +60,7 @@ Result<PartPtr> PackageParts::findIfThere(std::string_view name)
 {
     if (auto loaded = load(); !loaded)
         return loaded.error();
-    const auto found = m_table->byKey.find(Markup::partNameKey(name));
-    return found == m_table->byKey.end() ? PartPtr{} : found->second;
+    return m_table->find(Markup::partNameKey(name));
 }
 
 Result<PartPtr> PackageParts::create(std::string_view name, std::string_view mediaType, Typing typing)
@@ -69,39 +68,40 @@ Result<PartPtr> PackageParts::create(std::string_view name, std::string_view med
     if (auto loaded = load(); !loaded)
         return loaded.error();
     auto part = std::make_shared<PartRecord>(std::string{name});
-    if (auto reserved = reserveName(name); !reserved)
+    if (auto reserved = reserveName(*part); !reserved)
         return reserved.error();
     Errors::Rollback forgetName{[&] { names().remove(name); }};
-    const bool isFree = typing == Typing::byExtension &&
-                        !m_table->otherExtensions.contains(Text::toAsciiLower(Markup::extensionOf(name)));
+    const bool isFree =
+        typing == Typing::byExtension && !m_table->otherExtensions.contains(Markup::extensionOf(part->key()));
     using ExtensionUse = Markup::ContentTypes::ExtensionUse;
-    auto typed = m_table->types.toChange().set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
-    if (!typed)
-        return typed.error();
+    auto type = m_table->types.toChange().set(name, mediaType, isFree ? ExtensionUse::free : ExtensionUse::taken);
+    if (!type)
+        return type.error();
     Errors::Rollback forgetRest{[&] {
         m_table->types.toChange().remove(name);
         m_items.remove(part);
     }};
-    part->mediaType = Markup::MediaType{mediaType};
+    part->mediaType = *std::move(type);
     part->itemName = std::string_view{part->name}.substr(1);
     m_items.add(part);
-    add(*m_table, part);
+    m_table->add(part);
     forgetRest.dismiss();
     forgetName.dismiss();
     return part;
 }
 
-Result<> PackageParts::reserveName(std::string_view name)
+Result<> PackageParts::reserveName(const PartRecord& part)
 {
+    const std::string_view name = part.name;
     if (const std::string fault = Markup::partNameFault(name); !fault.empty())
         return Errors::makeError(OpcError::invalidPartName, Text::displayed(name), fault);
     if (name.size() > Limits::partNameBytes)
         return Errors::makeError(OpcError::invalidPartName, Text::displayed(name.substr(0, shownOfLongName)) + "...",
                                  "it is too long for a ZIP file (M3.8)");
-    if (m_table->otherItems.contains(Markup::partNameKey(name)))
+    if (m_table->otherItems.contains(part.key()))
         return Errors::makeError(OpcError::partExists, subjectOf(name),
                                  "an item of the file that is no part has this name");
-    return names().add(name, subjectOf(name));
+    return names().addKey(part.key(), name, [&] { return subjectOf(name); });
 }
 
 void PackageParts::remove(const PartPtr& part)
@@ -109,8 +109,7 @@ void PackageParts::remove(const PartPtr& part)
     m_table->types.toChange().remove(part->name);
     if (m_table->names)
         m_table->names->remove(part->name);
-    m_table->byKey.erase(part->key());
-    std::erase(m_table->parts, part);
+    m_table->remove(*part);
     m_items.remove(part);
 }
 
@@ -119,7 +118,7 @@ Result<std::vector<std::string>> PackageParts::typedNamesWithoutPart()
     if (auto loaded = load(); !loaded)
         return loaded.error();
     std::vector<std::string> names = m_table->types->overriddenNames();
-    std::erase_if(names, [this](const std::string& name) { return m_table->byKey.contains(name); });
+    std::erase_if(names, [this](const std::string& name) { return m_table->find(name) != nullptr; });
     return names;
 }
 
@@ -177,7 +176,7 @@ Result<PackageParts::Table> PackageParts::readTable() const
     Table table{std::move(*types), std::move(scan->contentTypes)};
     table.diagnostics = std::move(scan->diagnostics);
     table.parts.reserve(scan->named.size());
-    table.byKey.reserve(scan->named.size());
+    table.index.reserve(scan->named.size());
     // names are rarely derived from others: that none are is told sooner than the tree of names is made
     if (!scan->areUnrelated)
         table.names.emplace();
@@ -215,14 +214,14 @@ Result<> PackageParts::enter(Table& table, PartPtr part) const
     }
     part->mediaType = *std::move(type);
     if (table.names) {
-        if (auto added = table.names->addKey(part->key(), part->name, subjectOf(part->name)); !added)
+        if (auto added = table.names->addKey(part->key(), part->name, [&] { return subjectOf(part->name); }); !added)
             return added;
     }
     if (part->holdsRelationships()) {
         if (auto checked = checkRelationshipsPart(*part, subjectOf(part->name)); !checked)
             return checked;
     }
-    add(table, std::move(part));
+    table.add(std::move(part));
     return {};
 }
 
@@ -238,18 +237,33 @@ Markup::PartNameSet& PackageParts::names()
         Markup::PartNameSet names;
         names.reserve(m_table->parts.size());
         for (const PartPtr& part : m_table->parts)
-            (void)names.addKey(part->key(), part->name, {}); // they are known not to be in each other's way
+            (void)names.addKey(part->key(), part->name, nullptr); // they are known not to be in each other's way
         m_table->names = std::move(names);
     }
     return *m_table->names;
 }
 
-void PackageParts::add(Table& table, PartPtr part)
+PartPtr PackageParts::Table::find(std::string_view key) const
 {
-    const auto place = table.byKey.emplace(part->key(), part).first;
-    Errors::Rollback forget{[&] { table.byKey.erase(place); }};
-    table.parts.push_back(std::move(part));
+    const auto place = index.find(key, keyAt());
+    return place == Text::NameIndex::none ? PartPtr{} : parts[place];
+}
+
+void PackageParts::Table::add(PartPtr part)
+{
+    parts.push_back(std::move(part));
+    Errors::Rollback forget{[this] { parts.pop_back(); }};
+    index.add(keyAt());
     forget.dismiss();
+}
+
+void PackageParts::Table::remove(const PartRecord& part)
+{
+    const auto place = index.find(part.key(), keyAt());
+    if (place == Text::NameIndex::none || parts[place].get() != &part)
+        return;
+    index.removeInOrder(place, keyAt());
+    parts.erase(parts.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -5,11 +5,11 @@
 #include "host/core/opc/markup/part_name_set.h"
 #include "host/core/opc/part_record.h"
 #include "host/core/text/name_hash.h"
+#include "host/core/text/name_index.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::detail {
@@ -87,8 +87,19 @@ private:
 
         CopyOnWrite<Markup::ContentTypes> types;
         ItemPtr typesItem;
+        /// @return  null when there is none
+        PartPtr find(std::string_view key) const;
+
+        void add(PartPtr part);
+        void remove(const PartRecord& part);
+
+        auto keyAt() const noexcept
+        {
+            return [this](Text::NameIndex::Place place) { return parts[place]->key(); };
+        }
+
         std::vector<PartPtr> parts;
-        std::unordered_map<std::string_view, PartPtr, Text::NameHash> byKey;
+        Text::NameIndex index;                    ///< of their keys
         std::optional<Markup::PartNameSet> names; ///< made when it is needed, at the latest by the first new name
         Text::NameTable otherItems;               ///< keys of items that are no parts
         Text::NameTable otherExtensions;
@@ -99,10 +110,9 @@ private:
     Result<Table> readTable() const;
     Result<CopyOnWrite<Markup::ContentTypes>> readContentTypes(const ItemPtr& item) const;
     Result<> enter(Table& table, PartPtr part) const;
-    Result<> reserveName(std::string_view name);
+    Result<> reserveName(const PartRecord& part);
     static void addOther(Table& table, std::string_view partName);
     Markup::PartNameSet& names();
-    static void add(Table& table, PartPtr part);
 
     std::string m_displayName;
     PackageItems m_items;

@@ -65,16 +65,14 @@ Result<std::vector<RelationshipPtr>> PackageRelationships::recordsByType(std::st
     return records;
 }
 
-Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::string_view type,
-                                                  std::string_view target, OpcTargetMode mode)
+Result<const Markup::Relationship*> PackageRelationships::add(std::string_view source, std::string_view type,
+                                                              std::string_view target, OpcTargetMode mode)
 {
     auto set = setOf(source);
     if (!set)
         return set.error();
     const bool isFirst = (*set)->part == nullptr;
-    std::string id;
     Errors::Rollback takeBack{[&] {
-        (*set)->document.toChange().remove(id);
         if (isFirst && (*set)->part != nullptr)
             m_parts.remove(std::exchange((*set)->part, nullptr));
     }};
@@ -88,10 +86,8 @@ Result<RelationshipPtr> PackageRelationships::add(std::string_view source, std::
     auto added = (*set)->document.toChange().add(source, type, target, mode);
     if (!added)
         return added.error();
-    id = (*added)->id;
-    auto made = record(source, **added);
     takeBack.dismiss();
-    return made;
+    return *added;
 }
 
 Result<> PackageRelationships::remove(std::string_view source, std::string_view id)
@@ -103,25 +99,28 @@ Result<> PackageRelationships::remove(std::string_view source, std::string_view 
     return {};
 }
 
-Result<RelationshipPtr> PackageRelationships::replaceByType(std::string_view source, std::string_view type,
-                                                            std::string_view target)
+Result<> PackageRelationships::replaceByType(std::string_view source, std::string_view type, std::string_view target)
 {
-    auto present = recordsByType(source, type);
+    const auto present = ofType(source, type);
     if (!present)
         return present.error();
     // nothing is rewritten that says so already
     if (present->size() == 1 && present->front()->target == target && present->front()->mode == OpcTargetMode::internal)
-        return present->front();
-    auto added = add(source, type, target, OpcTargetMode::internal);
+        return {};
+    std::vector<std::string> old;
+    for (const Markup::Relationship* relationship : *present)
+        old.push_back(relationship->id);
+    const auto added = add(source, type, target, OpcTargetMode::internal);
     if (!added)
-        return added;
-    Errors::Rollback takeBack{[&] { (void)remove(source, Text::narrow((*added)->id)); }};
-    for (const RelationshipPtr& old : *present) {
-        if (auto removed = remove(source, Text::narrow(old->id)); !removed)
+        return added.error();
+    const std::string id = (*added)->id;
+    Errors::Rollback takeBack{[&] { (void)remove(source, id); }};
+    for (const std::string& each : old) {
+        if (auto removed = remove(source, each); !removed)
             return removed.error();
     }
     takeBack.dismiss();
-    return added;
+    return {};
 }
 
 void PackageRelationships::generate(PackageItems::Generated& generated) const

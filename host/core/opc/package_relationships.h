@@ -31,15 +31,18 @@ public:
     Result<std::vector<RelationshipPtr>> records(std::string_view source);
     Result<std::vector<RelationshipPtr>> recordsByType(std::string_view source, std::string_view type);
 
-    /// @return  opc 17 when type or target will not do
-    Result<RelationshipPtr> add(std::string_view source, std::string_view type, std::string_view target,
-                                OpcTargetMode mode);
+    /// @return  the new one, valid until the next change; opc 17 when type or target will not do
+    Result<const Markup::Relationship*> add(std::string_view source, std::string_view type, std::string_view target,
+                                            OpcTargetMode mode);
+
+    /// For a handle that outlives changes.
+    RelationshipPtr record(std::string_view source, const Markup::Relationship& relationship);
 
     /// Does nothing when there is none of that id.
     Result<> remove(std::string_view source, std::string_view id);
 
     /// Makes `target` the only one of its type from this source.
-    Result<RelationshipPtr> replaceByType(std::string_view source, std::string_view type, std::string_view target);
+    Result<> replaceByType(std::string_view source, std::string_view type, std::string_view target);
 
     /// Adds what has changed to what a save must write anew.
     void generate(PackageItems::Generated& generated) const;
@@ -53,8 +56,6 @@ private:
 
     Result<Set*> setOf(std::string_view source);
     Result<Set> read(std::string_view source) const;
-    RelationshipPtr record(std::string_view source, const Markup::Relationship& relationship);
-
     PackageParts& m_parts;
     std::shared_ptr<const std::string> m_packageName; ///< for records; null until there is one
     std::map<std::string, Set, std::less<>> m_sets;   ///< by the key of the source

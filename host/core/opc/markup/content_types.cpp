@@ -10,6 +10,7 @@
 #include "host/core/text/text_view.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -22,19 +23,12 @@ constexpr std::string_view newDocument =
     "</Types>";
 constexpr std::size_t endTagLength = std::string_view{"</Types>"}.size();
 
-std::string elementText(const std::string& prefix, bool isDefault, std::string_view name, std::string_view type)
-{
-    std::string text = "<" + prefix + (isDefault ? "Default Extension=\"" : "Override PartName=\"");
-    text.append(escapedAttribute(name)).append("\" ContentType=\"").append(escapedAttribute(type)).append("\"/>");
-    return text;
-}
-
 } // namespace
 
 ContentTypes::ContentTypes()
     : m_text{newDocument}, m_endTag{newDocument.size() - endTagLength, newDocument.size()}, m_isChanged{true}
 {
-    addNew(m_defaults, "rels", relationshipsMediaType);
+    addNew(true, "rels", "rels", MediaType{relationshipsMediaType});
 }
 
 Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte> bytes, std::string_view subject,
@@ -54,6 +48,37 @@ Expected<ContentTypes, ErrorCode2> ContentTypes::parse(std::span<const std::byte
     return types;
 }
 
+const ContentTypes::Entry* ContentTypes::Entries::find(std::string_view key) const
+{
+    const auto place = m_index.find(key, keyAt());
+    return place == Text::NameIndex::none ? nullptr : &m_entries[place];
+}
+
+bool ContentTypes::Entries::add(Entry entry)
+{
+    m_entries.push_back(std::move(entry));
+    Errors::Rollback forget{[this] { m_entries.pop_back(); }};
+    if (m_index.add(keyAt()) != Text::NameIndex::none)
+        return false;
+    forget.dismiss();
+    return true;
+}
+
+void ContentTypes::Entries::remove(const Entry& entry)
+{
+    const auto place = static_cast<Text::NameIndex::Place>(&entry - m_entries.data());
+    m_index.removeBy(place, [this](Text::NameIndex::Place at) { return Text::NameHash{}(m_entries[at].key); });
+    if (&entry != &m_entries.back())
+        m_entries[place] = std::move(m_entries.back());
+    m_entries.pop_back();
+}
+
+void ContentTypes::Entries::reserve(std::size_t count)
+{
+    m_entries.reserve(count);
+    m_index.reserve(count);
+}
+
 std::optional<MediaType> ContentTypes::typeOf(std::string_view partName) const
 {
     return typeOfKey(partNameKey(partName));
@@ -61,69 +86,83 @@ std::optional<MediaType> ContentTypes::typeOf(std::string_view partName) const
 
 std::optional<MediaType> ContentTypes::typeOfKey(std::string_view key) const
 {
-    if (!m_overrides.empty()) {
-        if (const auto found = m_overrides.find(key); found != m_overrides.end())
-            return found->second.type;
-    }
-    const auto found = m_defaults.find(extensionOf(key));
-    return found == m_defaults.end() ? std::nullopt : std::optional<MediaType>{found->second.type};
+    const Entry* entry = m_overrides.find(key);
+    if (entry == nullptr)
+        entry = m_defaults.find(extensionOf(key));
+    return entry == nullptr ? std::nullopt : std::optional{entry->type};
 }
 
-Expected<void, ErrorCode2> ContentTypes::set(std::string_view partName, std::string_view type, ExtensionUse use)
+Expected<MediaType, ErrorCode2> ContentTypes::set(std::string_view partName, std::string_view type, ExtensionUse use)
 {
-    if (const std::string fault = mediaTypeFault(type); !fault.empty())
-        return Errors::makeError(OpcError::invalidMediaType, inQuotes(partName), fault);
-    if (const auto known = typeOf(partName); known && isSameMediaType(*known, type))
-        return {};
-    remove(partName);
+    if (type.empty() || m_lastType != type) {
+        if (const std::string fault = mediaTypeFault(type); !fault.empty())
+            return Errors::makeError(OpcError::invalidMediaType, inQuotes(partName), fault);
+        m_lastType = MediaType{type};
+    }
+    const std::string key = partNameKey(partName);
+    if (const Entry* const own = m_overrides.find(key)) {
+        if (isSameMediaType(own->type, type))
+            return m_lastType;
+        removeOverride(*own);
+    }
+    const std::string_view extensionKey = extensionOf(key);
+    const Entry* const byExtension = m_defaults.find(extensionKey);
+    if (byExtension != nullptr && isSameMediaType(byExtension->type, type))
+        return m_lastType;
     const std::string_view extension = extensionOf(partName);
-    const auto byExtension = m_defaults.find(partNameKey(extension));
-    if (byExtension != m_defaults.end() && isSameMediaType(byExtension->second.type, type))
-        return {};
-    if (byExtension == m_defaults.end() && use == ExtensionUse::free && isDefaultExtension(extension))
-        addNew(m_defaults, extension, type);
+    if (byExtension == nullptr && use == ExtensionUse::free && isDefaultExtension(extension))
+        addNew(true, extension, extensionKey, m_lastType);
     else
-        addNew(m_overrides, partName, type);
-    return {};
+        addNew(false, partName, key, m_lastType);
+    return m_lastType;
 }
 
 void ContentTypes::remove(std::string_view partName)
 {
-    const auto found = m_overrides.find(partNameKey(partName));
-    if (found == m_overrides.end())
-        return;
-    const Entry& entry = found->second;
+    if (const Entry* const entry = m_overrides.find(partNameKey(partName)))
+        removeOverride(*entry);
+}
+
+void ContentTypes::removeOverride(const Entry& entry)
+{
     if (entry.range.isEmpty())
-        m_added.erase(entry.order);
+        takeBack(entry.added);
     else
         m_erased.push_back(entry.range);
-    m_overrides.erase(found);
+    m_overrides.remove(entry);
     m_isChanged = true;
 }
 
 std::vector<std::string> ContentTypes::overriddenNames() const
 {
     std::vector<std::string> names;
-    names.reserve(m_overrides.size());
-    for (const auto& [name, entry] : m_overrides)
-        names.push_back(name);
-    std::sort(names.begin(), names.end());
+    std::ranges::transform(m_overrides.all(), std::back_inserter(names), &Entry::key);
+    std::ranges::sort(names);
     return names;
 }
 
 bool ContentTypes::enterRead(Entries& entries, std::string_view name, const XmlElement& element)
 {
     const std::string_view type = element.attribute({}, "ContentType")->value;
-    return entries.try_emplace(partNameKey(name), Entry{MediaType{type}, element.range(), 0}).second;
+    return entries.add({partNameKey(name), MediaType{type}, element.range(), 0});
 }
 
-void ContentTypes::addNew(Entries& entries, std::string_view name, std::string_view type)
+void ContentTypes::addNew(bool isDefault, std::string_view name, std::string_view key, const MediaType& type)
 {
-    m_added.emplace(++m_lastOrder, elementText(m_prefix, &entries == &m_defaults, name, type));
-    Errors::Rollback takeBack{[this] { m_added.erase(m_lastOrder); }};
-    entries.try_emplace(partNameKey(name), Entry{MediaType{type}, {}, m_lastOrder});
-    takeBack.dismiss();
+    const auto place = static_cast<std::uint32_t>(m_added.size());
+    m_added.push_back({std::string{name}, type, isDefault});
+    Errors::Rollback forget{[&] { takeBack(place); }};
+    (isDefault ? m_defaults : m_overrides).add({std::string{key}, type, {}, place});
+    forget.dismiss();
     m_isChanged = true;
+}
+
+/// The places of the others stay.
+void ContentTypes::takeBack(std::uint32_t place) noexcept
+{
+    m_added[place].name.clear();
+    while (!m_added.empty() && m_added.back().name.empty())
+        m_added.pop_back();
 }
 
 std::string ContentTypes::serialised() const
@@ -132,11 +171,22 @@ std::string ContentTypes::serialised() const
     for (const TextRange& range : m_erased)
         edits.erase(range);
     std::string added;
-    for (const auto& [order, text] : m_added)
-        added += text;
+    for (const Added& each : m_added) {
+        if (!each.name.empty())
+            appendElement(added, each);
+    }
     if (!added.empty())
         edits.insertBeforeEnd(m_endTag, m_prefix + "Types", std::move(added));
     return edits.appliedTo(m_text);
+}
+
+void ContentTypes::appendElement(std::string& text, const Added& added) const
+{
+    text.append("<").append(m_prefix).append(added.isDefault ? "Default Extension=\"" : "Override PartName=\"");
+    appendEscapedAttribute(text, added.name);
+    text += "\" ContentType=\"";
+    appendEscapedAttribute(text, added.type);
+    text += "\"/>";
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -3,15 +3,14 @@
 #include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/text_edits.h"
 #include "host/core/opc/markup/xml_document.h"
-#include "host/core/text/name_hash.h"
+#include "host/core/text/name_index.h"
+#include "host/core/text/shared_text.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -21,21 +20,7 @@
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 /// The text of a media type, as it is written; many parts share it.
-class MediaType
-{
-public:
-    MediaType() = default;
-    explicit MediaType(std::string_view text) : m_text{std::make_shared<const std::string>(text)} {}
-
-    operator std::string_view() const noexcept { return m_text == nullptr ? std::string_view{} : *m_text; }
-    bool operator==(const MediaType& other) const noexcept
-    {
-        return std::string_view{*this} == std::string_view{other};
-    }
-
-private:
-    std::shared_ptr<const std::string> m_text;
-};
+using MediaType = Text::SharedText;
 
 /// Which media type each part has: the content-types stream (M2.1 to M2.10).
 class KELVARIS_CORE_API ContentTypes
@@ -65,8 +50,9 @@ public:
     /// Override (M2.8). A type that the part had is replaced.
     ///
     /// @param partName  valid
-    /// @return  opc 14  `type` is no media type
-    Expected<void, ErrorCode2> set(std::string_view partName, std::string_view type, ExtensionUse use);
+    /// @return  `type`
+    ///          opc 14  it is no media type
+    Expected<MediaType, ErrorCode2> set(std::string_view partName, std::string_view type, ExtensionUse use);
 
     /// Forgets the Override of a part; Defaults stay. Does nothing when there is none.
     void remove(std::string_view partName);
@@ -82,11 +68,43 @@ public:
 private:
     struct Entry
     {
+        std::string key;
         MediaType type;
-        TextRange range; ///< in `m_text`; empty for an entry that was not read
-        std::uint32_t order = 0;
+        TextRange range;         ///< in `m_text`; empty for an entry that was not read
+        std::uint32_t added = 0; ///< its place in `m_added` when it was not read
     };
-    using Entries = Text::NameMap<Entry>;
+
+    /// An element that the document does not have yet.
+    struct Added
+    {
+        std::string name; ///< as it is written; empty when it was taken back
+        MediaType type;
+        bool isDefault = false;
+    };
+
+    class Entries
+    {
+    public:
+        const Entry* find(std::string_view key) const;
+
+        /// @return  false when there is one of that key
+        bool add(Entry entry);
+
+        /// @param entry  one of these
+        void remove(const Entry& entry);
+
+        void reserve(std::size_t count);
+        const std::vector<Entry>& all() const noexcept { return m_entries; }
+
+    private:
+        auto keyAt() const noexcept
+        {
+            return [this](Text::NameIndex::Place place) -> std::string_view { return m_entries[place].key; };
+        }
+
+        std::vector<Entry> m_entries; ///< in no order
+        Text::NameIndex m_index;      ///< of their keys
+    };
 
     struct Empty
     {
@@ -98,16 +116,19 @@ private:
 
     /// @return  false when there is an equal one
     bool enterRead(Entries& entries, std::string_view name, const XmlElement& element);
-    void addNew(Entries& entries, std::string_view name, std::string_view type);
+    void addNew(bool isDefault, std::string_view name, std::string_view key, const MediaType& type);
+    void removeOverride(const Entry& entry);
+    void takeBack(std::uint32_t place) noexcept;
+    void appendElement(std::string& text, const Added& added) const;
 
     std::string m_text;
     TextRange m_endTag;
-    std::string m_prefix;                         ///< of the elements, with its colon
-    Entries m_defaults;                           ///< by folded extension
-    Entries m_overrides;                          ///< by folded part name
-    std::map<std::uint32_t, std::string> m_added; ///< the text of new elements, by `Entry::order`
+    std::string m_prefix; ///< of the elements, with its colon
+    Entries m_defaults;   ///< by folded extension
+    Entries m_overrides;  ///< by folded part name
+    std::vector<Added> m_added;
     std::vector<TextRange> m_erased;
-    std::uint32_t m_lastOrder = 0;
+    MediaType m_lastType; ///< that was set
     bool m_isChanged = false;
 };
 

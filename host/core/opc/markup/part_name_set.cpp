@@ -33,6 +33,13 @@ std::string_view withoutSlash(std::string_view key) noexcept
     return key.empty() ? key : key.substr(1);
 }
 
+/// What a stranger chooses is hashed with the secret; the numbers of directories only tell equal segments apart.
+std::size_t hashOf(std::uint64_t directory, std::string_view segment)
+{
+    constexpr std::uint64_t spread = 0x9e3779b97f4a7c15U;
+    return Text::NameHash{}(segment) ^ (directory * spread);
+}
+
 ErrorCode2 derivedName(std::string_view subject, std::string_view longer, std::string_view shorter)
 {
     return ruleError(OpcError::derivedPartName, subject, "M1.11",
@@ -41,43 +48,83 @@ ErrorCode2 derivedName(std::string_view subject, std::string_view longer, std::s
 
 } // namespace
 
-std::size_t PartNameSet::PlaceHash::operator()(const PlaceView& place) const
+void PartNameSet::reserve(std::size_t count)
 {
-    // what a stranger chooses is hashed with the secret; the numbers of directories only tell equal segments apart
-    constexpr std::uint64_t spread = 0x9e3779b97f4a7c15U;
-    return Text::NameHash{}(place.segment) ^ (place.directory * spread);
+    m_nodes.reserve(count);
+    m_index.reserve(count);
 }
 
-Expected<void, ErrorCode2> PartNameSet::add(std::string_view name, std::string_view subject)
+PartNameSet::Place PartNameSet::placeOf(NodeId directory, std::string_view segment) const
+{
+    return m_index.findBy(
+        [&] { return hashOf(directory, segment); },
+        [&](Place place) { return m_nodes[place].directory == directory && m_nodes[place].segment == segment; });
+}
+
+PartNameSet::Node* PartNameSet::find(NodeId directory, std::string_view segment)
+{
+    const Place place = placeOf(directory, segment);
+    return place == Text::NameIndex::none ? nullptr : &m_nodes[place];
+}
+
+const PartNameSet::Node* PartNameSet::find(NodeId directory, std::string_view segment) const
+{
+    const Place place = placeOf(directory, segment);
+    return place == Text::NameIndex::none ? nullptr : &m_nodes[place];
+}
+
+std::size_t PartNameSet::hashAt(Place place) const
+{
+    return hashOf(m_nodes[place].directory, m_nodes[place].segment);
+}
+
+void PartNameSet::addNode(Node node)
+{
+    m_nodes.push_back(std::move(node));
+    Errors::Rollback forget{[this] { m_nodes.pop_back(); }};
+    m_index.addBy([this](Place place) { return hashAt(place); }, [](Place) { return false; });
+    forget.dismiss();
+}
+
+void PartNameSet::removeNode(const Node& node)
+{
+    const auto place = static_cast<Place>(&node - m_nodes.data());
+    m_index.removeBy(place, [this](Place at) { return hashAt(at); });
+    if (&node != &m_nodes.back())
+        m_nodes[place] = std::move(m_nodes.back());
+    m_nodes.pop_back();
+}
+
+Expected<void, ErrorCode2> PartNameSet::add(std::string_view name, const Subject& subject)
 {
     return addKey(partNameKey(name), name, subject);
 }
 
-Expected<void, ErrorCode2> PartNameSet::addKey(std::string_view key, std::string_view name, std::string_view subject)
+Expected<void, ErrorCode2> PartNameSet::addKey(std::string_view key, std::string_view name, const Subject& subject)
 {
     Segments segments{withoutSlash(key)};
     NodeId directory = top;
-    Node* above = nullptr;
+    Place above = Text::NameIndex::none;
     while (true) {
         const std::string_view left = segments.left();
-        const auto found = m_nodes.find(PlaceView{directory, segments.next()});
-        if (found == m_nodes.end()) {
+        const Place place = placeOf(directory, segments.next());
+        if (place == Text::NameIndex::none) {
             enter(directory, left);
-            if (above != nullptr)
-                ++above->below;
+            if (above != Text::NameIndex::none)
+                ++m_nodes[above].below;
             ++m_size;
             return {};
         }
-        const bool isName = found->second.below == 0;
+        const bool isName = m_nodes[place].below == 0;
         if (isName && !segments.atEnd())
-            return derivedName(subject, name, key.substr(0, key.size() - segments.left().size() - 1));
+            return derivedName(subject(), name, key.substr(0, key.size() - segments.left().size() - 1));
         if (isName)
-            return ruleError(OpcError::partExists, subject, "M1.12",
+            return ruleError(OpcError::partExists, subject(), "M1.12",
                              "the part name " + inQuotes(name) + " is there already, in this or another case");
         if (segments.atEnd())
-            return derivedName(subject, std::string{name} + "/...", name);
-        above = &found->second;
-        directory = above->id;
+            return derivedName(subject(), std::string{name} + "/...", name);
+        above = place;
+        directory = m_nodes[place].id;
     }
 }
 
@@ -88,8 +135,7 @@ void PartNameSet::enter(NodeId directory, std::string_view segments)
     NodeId parent = directory;
     for (Segments rest{segments}; !rest.atEnd();) {
         const std::string_view segment = rest.next();
-        const Node node{m_lastId + 1, rest.atEnd() ? 0U : 1U};
-        m_nodes.emplace(Place{parent, std::string{segment}}, node);
+        addNode({parent, std::string{segment}, m_lastId + 1, rest.atEnd() ? 0U : 1U});
         parent = ++m_lastId;
     }
     forget.dismiss();
@@ -99,11 +145,11 @@ void PartNameSet::enter(NodeId directory, std::string_view segments)
 void PartNameSet::leave(NodeId directory, std::string_view segments)
 {
     for (Segments rest{segments}; !rest.atEnd();) {
-        const auto found = m_nodes.find(PlaceView{directory, rest.next()});
-        if (found == m_nodes.end())
+        const Node* const found = find(directory, rest.next());
+        if (found == nullptr)
             return;
-        directory = found->second.id;
-        m_nodes.erase(found);
+        directory = found->id;
+        removeNode(*found);
     }
 }
 
@@ -116,21 +162,21 @@ void PartNameSet::remove(std::string_view name)
     Node* lastShared = nullptr;
     NodeId directory = top;
     for (Segments segments{own};;) {
-        const auto found = m_nodes.find(PlaceView{directory, segments.next()});
-        if (found == m_nodes.end() || (segments.atEnd() && found->second.below != 0))
+        Node* const found = find(directory, segments.next());
+        if (found == nullptr || (segments.atEnd() && found->below != 0))
             return;
         if (segments.atEnd())
             break;
-        directory = found->second.id;
-        if (found->second.below > 1) {
-            lastShared = &found->second;
+        directory = found->id;
+        if (found->below > 1) {
+            lastShared = found;
             shared = directory;
             own = segments.left();
         }
     }
-    leave(shared, own);
     if (lastShared != nullptr)
         --lastShared->below;
+    leave(shared, own);
     --m_size;
 }
 
@@ -139,12 +185,12 @@ bool PartNameSet::contains(std::string_view name) const
     const std::string key = partNameKey(name);
     NodeId directory = top;
     for (Segments segments{withoutSlash(key)};;) {
-        const auto found = m_nodes.find(PlaceView{directory, segments.next()});
-        if (found == m_nodes.end())
+        const Node* const found = find(directory, segments.next());
+        if (found == nullptr)
             return false;
         if (segments.atEnd())
-            return found->second.below == 0;
-        directory = found->second.id;
+            return found->below == 0;
+        directory = found->id;
     }
 }
 

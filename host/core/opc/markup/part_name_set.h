@@ -1,15 +1,16 @@
 #pragma once
 
-#include "host/core/text/name_hash.h"
+#include "host/core/text/name_index.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
@@ -20,16 +21,19 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 class KELVARIS_CORE_API PartNameSet
 {
 public:
-    void reserve(std::size_t count) { m_nodes.reserve(count); }
+    /// Of an empty set.
+    void reserve(std::size_t count);
 
-    /// @param name     a valid part name
-    /// @param subject  what an error is about
+    /// What an error is about; made for errors alone.
+    using Subject = std::function<std::string()>;
+
+    /// @param name  a valid part name
     /// @return  opc 4  an equivalent name is there
     ///          opc 5  the name continues one that is there, or one that is there continues it
-    Expected<void, ErrorCode2> add(std::string_view name, std::string_view subject);
+    Expected<void, ErrorCode2> add(std::string_view name, const Subject& subject);
 
     /// The same for a name whose key is known already.
-    Expected<void, ErrorCode2> addKey(std::string_view key, std::string_view name, std::string_view subject);
+    Expected<void, ErrorCode2> addKey(std::string_view key, std::string_view name, const Subject& subject);
 
     /// Does nothing for a name that is not there.
     void remove(std::string_view name);
@@ -41,52 +45,30 @@ private:
     using NodeId = std::uint64_t;
     static constexpr NodeId top = 0;
 
-    /// Where a segment stands, for looking it up.
-    struct PlaceView
-    {
-        NodeId directory;
-        std::string_view segment;
-    };
-
-    struct Place
-    {
-        NodeId directory;
-        std::string segment;
-
-        operator PlaceView() const noexcept { return {directory, segment}; }
-    };
-
-    struct PlaceHash
-    {
-        using is_transparent = void;
-
-        // without noexcept, as NameHash
-        std::size_t operator()(const PlaceView& place) const;
-    };
-
-    struct SamePlace
-    {
-        using is_transparent = void;
-
-        bool operator()(const PlaceView& one, const PlaceView& other) const noexcept
-        {
-            return one.directory == other.directory && one.segment == other.segment;
-        }
-    };
+    using Place = Text::NameIndex::Place;
 
     /// A name, or a directory of names.
     struct Node
     {
+        NodeId directory; ///< in which it stands
+        std::string segment;
         NodeId id;
         std::size_t below; ///< names and directories that stand directly in it; 0 for a name
     };
 
-    using Nodes = std::unordered_map<Place, Node, PlaceHash, SamePlace>;
+    /// @return  null when there is none
+    Node* find(NodeId directory, std::string_view segment);
+    const Node* find(NodeId directory, std::string_view segment) const;
 
+    Place placeOf(NodeId directory, std::string_view segment) const;
+    std::size_t hashAt(Place place) const;
+    void addNode(Node node);
+    void removeNode(const Node& node);
     void enter(NodeId directory, std::string_view segments);
     void leave(NodeId directory, std::string_view segments);
 
-    Nodes m_nodes;
+    std::vector<Node> m_nodes; ///< in no order
+    Text::NameIndex m_index;
     NodeId m_lastId = top;
     std::size_t m_size = 0;
 };

@@ -25,9 +25,12 @@ std::string idOf(std::size_t number)
 
 void appendElement(std::string& text, const std::string& prefix, const Relationship& relationship)
 {
-    text.append("<").append(prefix).append("Relationship Id=\"").append(escapedAttribute(relationship.id));
-    text.append("\" Type=\"").append(escapedAttribute(relationship.type));
-    text.append("\" Target=\"").append(escapedAttribute(relationship.target));
+    text.append("<").append(prefix).append("Relationship Id=\"");
+    appendEscapedAttribute(text, relationship.id);
+    text += "\" Type=\"";
+    appendEscapedAttribute(text, relationship.type);
+    text += "\" Target=\"";
+    appendEscapedAttribute(text, relationship.target);
     text.append(relationship.mode == OpcTargetMode::external ? "\" TargetMode=\"External\"/>" : "\"/>");
 }
 
@@ -43,7 +46,7 @@ Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::by
         return std::move(document).error();
     Relationships relationships;
     relationships.m_relationships.reserve(document->elementCount());
-    relationships.m_places.reserve(document->elementCount());
+    relationships.m_index.reserve(document->elementCount());
     const XmlElement root = document->root();
     RelationshipsReader reader{relationships, source, {faults, subject}};
     if (const SchemaFault fault = reader.read(root); !fault.isNone())
@@ -57,14 +60,14 @@ Expected<Relationships, ErrorCode2> Relationships::parse(std::span<const std::by
 
 const Relationship* Relationships::find(std::string_view id) const
 {
-    const auto found = m_places.find(id);
-    return found == m_places.end() ? nullptr : &m_relationships[found->second];
+    const auto place = m_index.find(id, idAt());
+    return place == Text::NameIndex::none ? nullptr : &m_relationships[place];
 }
 
 Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view source, std::string_view type,
                                                              std::string_view target, OpcTargetMode mode)
 {
-    Relationship relationship{{}, std::string{type}, std::string{target}, mode, {}};
+    Relationship relationship{{}, Text::SharedText{lastType(), type}, std::string{target}, mode, {}};
     if (!isXmlText(type) || !isXmlText(target))
         return ruleError(OpcError::invalidRelationships, inQuotes(target), "M1.28",
                          "the type or the target holds a character that XML does not allow");
@@ -75,9 +78,9 @@ Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view so
     // What is read is put up with; what is written is right.
     if (!diagnostic.empty())
         return Errors::makeError(OpcError::invalidRelationships, inQuotes(target), diagnostic);
-    const std::size_t number = nextNumber();
-    relationship.id = idOf(number);
-    enter(std::move(relationship));
+    std::size_t number = m_firstFreeNumber;
+    for (relationship.id = idOf(number); !enter(relationship); relationship.id = idOf(number))
+        ++number;
     m_firstFreeNumber = number + 1;
     m_isChanged = true;
     return &m_relationships.back();
@@ -90,11 +93,9 @@ void Relationships::remove(std::string_view id)
         return;
     if (!found->range.isEmpty())
         m_erased.push_back(found->range);
-    const auto place = static_cast<std::size_t>(found - m_relationships.data());
-    m_places.erase(m_places.find(id));
-    m_relationships.erase(m_relationships.begin() + static_cast<std::ptrdiff_t>(place));
-    for (std::size_t i = place; i < m_relationships.size(); ++i)
-        m_places.find(m_relationships[i].id)->second = i;
+    const auto place = found - m_relationships.data();
+    m_index.removeInOrder(static_cast<Text::NameIndex::Place>(place), idAt());
+    m_relationships.erase(m_relationships.begin() + place);
     m_firstFreeNumber = 1;
     m_isChanged = true;
 }
@@ -124,22 +125,16 @@ std::string Relationships::writtenAnew() const
     return std::string{newDocument}.insert(newDocument.size() - endTagLength, text);
 }
 
-std::size_t Relationships::nextNumber() const
+bool Relationships::enter(Relationship& relationship)
 {
-    std::size_t number = m_firstFreeNumber;
-    while (m_places.contains(idOf(number)))
-        ++number;
-    return number;
-}
-
-bool Relationships::enter(Relationship relationship)
-{
-    const auto [place, isNew] = m_places.try_emplace(relationship.id, m_relationships.size());
-    if (!isNew)
-        return false;
-    Errors::Rollback forget{[this, place = place] { m_places.erase(place); }};
     m_relationships.push_back(std::move(relationship));
-    forget.dismiss();
+    Errors::Rollback takeBack{[&] {
+        relationship = std::move(m_relationships.back());
+        m_relationships.pop_back();
+    }};
+    if (m_index.add(idAt()) != Text::NameIndex::none)
+        return false;
+    takeBack.dismiss();
     return true;
 }
 

@@ -2,7 +2,8 @@
 
 #include "host/core/opc/fault_log.h"
 #include "host/core/opc/markup/text_edits.h"
-#include "host/core/text/name_hash.h"
+#include "host/core/text/name_index.h"
+#include "host/core/text/shared_text.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -21,7 +22,7 @@ namespace Kelvaris::System::IO::OpcPackaging::Markup {
 struct Relationship
 {
     std::string id;
-    std::string type;
+    Text::SharedText type;
     std::string target; ///< as it was read; `resolveTarget` says where an internal one leads
     OpcTargetMode mode = OpcTargetMode::internal;
     TextRange range; ///< where it stands in the document that was read; empty for a new one
@@ -73,15 +74,23 @@ public:
 private:
     friend class RelationshipsReader;
 
-    std::size_t nextNumber() const;
+    /// A package has many relationships and few types of them, mostly one after the other.
+    Text::SharedText lastType() const
+    {
+        return m_relationships.empty() ? Text::SharedText{} : m_relationships.back().type;
+    }
+    auto idAt() const noexcept
+    {
+        return [this](Text::NameIndex::Place place) -> std::string_view { return m_relationships[place].id; };
+    }
+
     std::string writtenAnew() const;
 
-    /// @return  false when its id is there
-    bool enter(Relationship relationship);
+    /// @return  false when its id is there; then `relationship` is as it was
+    bool enter(Relationship& relationship);
 
     std::vector<Relationship> m_relationships;
-    /// From an id to its place in the list.
-    Text::NameMap<std::size_t> m_places;
+    Text::NameIndex m_index; ///< of their ids
     std::vector<std::string> m_diagnostics;
     std::vector<TextRange> m_erased;
     std::string m_text;

@@ -48,7 +48,8 @@ SchemaFault readMode(const XmlElement& element, OpcTargetMode& mode)
     return {.what = "the target mode " + inQuotes(attribute->value) + " is neither 'Internal' nor 'External'"};
 }
 
-SchemaFault readFields(const XmlElement& element, Relationship& relationship)
+/// @param known  a type that this one may be equal to
+SchemaFault readFields(const XmlElement& element, const Text::SharedText& known, Relationship& relationship)
 {
     std::string_view id;
     if (auto fault = required(element, "Id", "M1.26", id); !fault.isNone())
@@ -60,7 +61,7 @@ SchemaFault readFields(const XmlElement& element, Relationship& relationship)
     if (auto fault = required(element, "Target", "M1.28", target); !fault.isNone())
         return fault;
     relationship.id = trimmed(id);
-    relationship.type = trimmed(type);
+    relationship.type = {known, trimmed(type)};
     relationship.target = target;
     relationship.range = element.range();
     return readMode(element, relationship.mode);
@@ -112,7 +113,7 @@ SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
     if (auto fault = m_compatibility.children(element, unexpectedElement); !fault.isNone())
         return fault;
     Relationship relationship;
-    if (auto fault = readFields(element, relationship); !fault.isNone())
+    if (auto fault = readFields(element, m_relationships.lastType(), relationship); !fault.isNone())
         return fault;
     if (!isNcName(relationship.id))
         return relationshipsFault("M1.26", inQuotes(relationship.id) + " is no id");
@@ -120,8 +121,8 @@ SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
     if (auto fault = relationshipFault(m_source, relationship, diagnostic); !fault.isNone())
         return fault;
     note(relationship, diagnostic);
-    if (const std::string id = relationship.id; !m_relationships.enter(std::move(relationship)))
-        return {OpcError::duplicateRelationshipId, "M1.26", "the id " + inQuotes(id) + " stands twice"};
+    if (!m_relationships.enter(relationship))
+        return {OpcError::duplicateRelationshipId, "M1.26", "the id " + inQuotes(relationship.id) + " stands twice"};
     return {};
 }
 

@@ -130,7 +130,7 @@ KELVARIS_CORE_API Expected<XmlDocument, ErrorCode2> parseXml(std::span<const std
 /// `text` as the content of an element, or as the value of an attribute in double quotes. Everything that a reader
 /// would take for something else, line ends and tabs of attributes included, becomes a reference.
 KELVARIS_CORE_API std::string escapedText(std::string_view text);
-KELVARIS_CORE_API std::string escapedAttribute(std::string_view text);
+KELVARIS_CORE_API void appendEscapedAttribute(std::string& target, std::string_view text);
 
 /// Whether `text` is UTF-8 of characters that XML 1.0 can hold.
 KELVARIS_CORE_API bool isXmlText(std::string_view text) noexcept;

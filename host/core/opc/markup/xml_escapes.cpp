@@ -1,6 +1,7 @@
 #include "host/core/opc/markup/xml_document.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
@@ -28,32 +29,43 @@ std::string_view escapeOf(char character, bool isAttribute)
     }
 }
 
-std::string escaped(std::string_view text, bool isAttribute)
+/// Of an attribute; of these the content of an element leaves some alone.
+constexpr std::array<bool, 256> escapedCharacters = [] {
+    std::array<bool, 256> table{};
+    for (const char character : std::string_view{"&<>\r\"\n\t"})
+        table[static_cast<unsigned char>(character)] = true;
+    return table;
+}();
+
+void appendEscaped(std::string& target, std::string_view text, bool isAttribute)
 {
-    if (std::ranges::all_of(text, [&](char character) { return escapeOf(character, isAttribute).empty(); }))
-        return std::string{text};
-    std::string result;
-    result.reserve(text.size() + text.size() / 16);
-    for (const char character : text) {
-        const std::string_view escape = escapeOf(character, isAttribute);
+    while (true) {
+        const auto plain = std::ranges::find_if(
+            text, [](char character) { return escapedCharacters[static_cast<unsigned char>(character)]; });
+        target.append(text.begin(), plain);
+        if (plain == text.end())
+            return;
+        const std::string_view escape = escapeOf(*plain, isAttribute);
         if (escape.empty())
-            result += character;
+            target += *plain;
         else
-            result += escape;
+            target += escape;
+        text = {plain + 1, text.end()};
     }
-    return result;
 }
 
 } // namespace
 
 std::string escapedText(std::string_view text)
 {
-    return escaped(text, false);
+    std::string result;
+    appendEscaped(result, text, false);
+    return result;
 }
 
-std::string escapedAttribute(std::string_view text)
+void appendEscapedAttribute(std::string& target, std::string_view text)
 {
-    return escaped(text, true);
+    appendEscaped(target, text, true);
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Markup

@@ -12,7 +12,7 @@ using namespace MarkupTest;
 
 Verdict added(PartNameSet& names, std::string_view name)
 {
-    return verdictOn(names.add(name, subject));
+    return verdictOn(names.add(name, [] { return std::string{subject}; }));
 }
 
 TEST(PartNameSet, RefusesEquivalentNames)
