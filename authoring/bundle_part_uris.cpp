@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <unordered_map>
@@ -57,39 +58,48 @@ public:
     explicit RelativePlaces(const fs::path& base) : m_base{weaklyCanonical(base)} {}
 
     /// From the base to the file, where links to both lead.
-    fs::path of(const fs::path& path)
+    std::u8string of(const fs::path& path)
     {
         const fs::path name = path.filename();
         std::error_code error;
         if (name.empty() || name == "." || name == ".." || fs::is_symlink(fs::symlink_status(path, error)) || error)
-            return weaklyCanonical(path).lexically_relative(m_base);
-        const fs::path directory = path.parent_path();
-        const auto [known, isNew] = m_directories.try_emplace(directory.native());
+            return lookedUp(path).u8string();
+        const auto& written = path.native();
+        const auto [known, isNew] = m_directories.try_emplace(written.substr(0, written.size() - name.native().size()));
         if (isNew)
-            known->second = weaklyCanonical(directory).lexically_relative(m_base);
-        // on another drive there is no way, and the base itself lies in what is above it
-        if (known->second.empty() || *known->second.begin() == "..")
-            return weaklyCanonical(path).lexically_relative(m_base);
-        return known->second == "." ? name : known->second / name;
+            known->second = wayTo(path.parent_path());
+        return known->second ? *known->second + name.u8string() : lookedUp(path).u8string();
     }
 
 private:
+    fs::path lookedUp(const fs::path& path) const { return weaklyCanonical(path).lexically_relative(m_base); }
+
+    /// With a separator at its end; nothing for a directory that does not lie below the base.
+    std::optional<std::u8string> wayTo(const fs::path& directory) const
+    {
+        const fs::path way = lookedUp(directory);
+        // on another drive there is no way, and the base itself lies in what is above it
+        if (way.empty() || *way.begin() == "..")
+            return std::nullopt;
+        return way == "." ? std::u8string{} : (way / "").u8string();
+    }
+
     fs::path m_base;
-    std::unordered_map<fs::path::string_type, fs::path> m_directories; ///< from the base to each
+    std::unordered_map<fs::path::string_type, std::optional<std::u8string>> m_directories; ///< as each is written
 };
 
 std::wstring secondaryPartPath(const FilePath2& file, RelativePlaces& places)
 {
     const fs::path path = genericPath(file.c_str());
-    const fs::path relative = places.of(path);
+    const std::u8string relative = places.of(path);
     // On the first two characters and not on the first component: a name that begins with two dots is refused too.
-    if (relative.u8string().starts_with(u8"..")) {
+    if (relative.starts_with(u8"..")) {
         // as it was given, doubled separators and all, which generic_u8string would take away
         const String text{path.u8string()};
         throw RuntimeError{"secondary file must exist within the directory hierarchy of the primary file: " +
                            text.toLegacyUtf8()};
     }
-    return toFilePath2(relative).c_str();
+    return FilePath2{relative.data(), relative.size()}.c_str();
 }
 
 } // namespace
