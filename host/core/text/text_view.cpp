@@ -68,8 +68,23 @@ void appendDisplayed(std::string& target, std::string_view valid)
     }
 }
 
+constexpr bool isAscii(wchar_t unit) noexcept
+{
+    return static_cast<std::uint32_t>(unit) < 0x80;
+}
+
+/// Of a text that says the same in any encoding; nearly every name and path does.
+std::string narrowedAscii(std::wstring_view ascii)
+{
+    std::string narrowed(ascii.size(), '\0');
+    std::ranges::transform(ascii, narrowed.begin(), [](wchar_t unit) { return static_cast<char>(unit); });
+    return narrowed;
+}
+
 std::optional<std::string> validUtf8(std::wstring_view text)
 {
+    if (std::ranges::all_of(text, isAscii))
+        return narrowedAscii(text);
     std::string narrowed;
     narrowed.reserve(text.size());
     try {
@@ -104,7 +119,8 @@ constexpr char asciiLower(char letter) noexcept
     return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-constexpr bool isPlain(char character) noexcept
+template <class Character>
+constexpr bool isPlain(Character character) noexcept
 {
     return ' ' <= character && character <= '~';
 }
@@ -113,7 +129,7 @@ constexpr bool isPlain(char character) noexcept
 void appendDisplayedBytes(std::string& target, std::string_view bytes)
 {
     // nearly every name; thousands of examples are named for messages that never come
-    if (std::ranges::all_of(bytes, isPlain)) {
+    if (std::ranges::all_of(bytes, isPlain<char>)) {
         target += bytes;
         return;
     }
@@ -140,6 +156,8 @@ bool isValidUtf8(std::string_view text) noexcept
 
 std::wstring toWide(std::string_view text)
 {
+    if (std::ranges::all_of(text, [](char byte) { return (byte & 0x80) == 0; }))
+        return {text.begin(), text.end()};
     std::wstring wide;
     wide.reserve(text.size());
     try {
@@ -169,6 +187,8 @@ std::string displayed(std::string_view text)
 
 std::string displayed(std::wstring_view text)
 {
+    if (std::ranges::all_of(text, isPlain<wchar_t>))
+        return narrowedAscii(text);
     std::string shown;
     while (!text.empty())
         shown += takeDisplayed(text);
@@ -187,7 +207,15 @@ std::string displayedIn(std::string_view place, std::string_view text)
 bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept
 {
     // nearly always both are written alike
-    return left == right || std::ranges::equal(left, right, {}, asciiLower, asciiLower);
+    return left.size() == right.size() &&
+           (left == right || std::ranges::equal(left, right, {}, asciiLower, asciiLower));
+}
+
+bool endsWithAsciiCase(std::string_view text, std::string_view suffix) noexcept
+{
+    // the last letter alone tells most names from those that are looked for
+    return text.size() >= suffix.size() && (suffix.empty() || asciiLower(text.back()) == asciiLower(suffix.back())) &&
+           equalsAsciiCase(text.substr(text.size() - suffix.size()), suffix);
 }
 
 bool isAsciiLower(std::string_view text) noexcept

@@ -56,6 +56,7 @@ KELVARIS_CORE_API std::string displayedIn(std::string_view place, std::string_vi
 /// Equality and lower case of ASCII letters alone; `isAsciiLower`: nothing is left to be made lower; as part names and
 /// extensions are compared.
 KELVARIS_CORE_API bool equalsAsciiCase(std::string_view left, std::string_view right) noexcept;
+KELVARIS_CORE_API bool endsWithAsciiCase(std::string_view text, std::string_view suffix) noexcept;
 KELVARIS_CORE_API std::string toAsciiLower(std::string_view text);
 KELVARIS_CORE_API bool isAsciiLower(std::string_view text) noexcept;
 

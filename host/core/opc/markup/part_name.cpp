@@ -107,14 +107,15 @@ bool isPlainPartName(std::string_view name) noexcept
 {
     if (name.size() < 2 || name.front() != '/')
         return false;
-    char before = '.'; // stands for what no segment may end with, and none may consist of
-    for (const char character : name.substr(1)) {
-        const bool isEnd = character == '/';
-        if (isEnd ? before == '.' : !isSegmentCharacter(character))
+    // a segment that is empty, or made of dots alone, ends with "/" or "."
+    const auto isEndOfSegment = [](char last) { return last != '/' && last != '.'; };
+    for (std::size_t i = 1; i < name.size(); ++i) {
+        if (isSegmentCharacter(name[i]))
+            continue;
+        if (name[i] != '/' || !isEndOfSegment(name[i - 1]))
             return false;
-        before = isEnd ? '.' : character;
     }
-    return before != '.';
+    return isEndOfSegment(name.back());
 }
 
 std::string partNameFault(std::string_view name)
@@ -186,10 +187,13 @@ std::string partNameKey(std::string_view name)
 
 std::string_view extensionOf(std::string_view partName) noexcept
 {
-    const std::size_t last = partName.find_last_of("./");
-    if (last == std::string_view::npos || partName[last] == '/')
-        return {};
-    return partName.substr(last + 1);
+    for (std::size_t i = partName.size(); i-- > 0;) {
+        if (partName[i] == '.')
+            return partName.substr(i + 1);
+        if (partName[i] == '/')
+            break;
+    }
+    return {};
 }
 
 bool isDefaultExtension(std::string_view text) noexcept
@@ -205,19 +209,15 @@ bool isDefaultExtension(std::string_view text) noexcept
 
 bool isRelationshipsPartName(std::string_view partName) noexcept
 {
-    if (partName.empty() || partName.front() != '/')
+    constexpr std::string_view suffix = ".rels";
+    constexpr std::string_view folder = "/_rels/";
+    if (!partName.starts_with('/') || !Text::endsWithAsciiCase(partName, suffix))
         return false;
-    const std::size_t name = partName.rfind('/');
-    const std::string_view folder = partName.substr(0, name);
-    const std::size_t folderName = folder.rfind('/');
-    if (folderName == std::string_view::npos || !Text::equalsAsciiCase(folder.substr(folderName), "/_rels"))
-        return false;
-    constexpr std::size_t suffix = 5;
-    const std::string_view last = partName.substr(name + 1);
-    if (last.size() < suffix || !Text::equalsAsciiCase(last.substr(last.size() - suffix), ".rels"))
+    const std::size_t name = partName.rfind('/') + 1;
+    if (!Text::endsWithAsciiCase(partName.substr(0, name), folder))
         return false;
     // Below a folder there is no source without a name.
-    return last.size() > suffix || folderName == 0;
+    return partName.size() - name > suffix.size() || name == folder.size();
 }
 
 std::string relationshipsPartNameOf(std::string_view source)

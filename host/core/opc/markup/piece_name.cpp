@@ -9,7 +9,7 @@ namespace {
 
 bool takeSuffix(std::string_view& text, std::string_view suffix) noexcept
 {
-    if (text.size() < suffix.size() || !Text::equalsAsciiCase(text.substr(text.size() - suffix.size()), suffix))
+    if (!Text::endsWithAsciiCase(text, suffix))
         return false;
     text.remove_suffix(suffix.size());
     return true;
