@@ -38,6 +38,18 @@ private:
     std::unordered_map<std::size_t, const PackageItem*> m_rewritten;
 };
 
+Result<> ItemsWriter::packGenerated()
+{
+    for (const auto& [item, bytes] : m_generated) {
+        auto payload = m_store.take(bytes, Zip::Effort::normal);
+        if (!payload)
+            return payload.error();
+        m_packed.emplace(item, *std::move(payload));
+    }
+    m_store.packAll();
+    return {};
+}
+
 Result<> ItemsWriter::writeEntries(const Zip::Archive& archive, const Zip::ByteSource& source,
                                    const std::vector<ItemPtr>& changed)
 {
@@ -81,19 +93,14 @@ EntryFates ItemsWriter::fatesOf(const Zip::Archive& archive, const std::vector<I
 
 Result<> ItemsWriter::add(const PackageItem& item, std::span<const std::byte> extra)
 {
-    auto payload = payloadOf(item);
-    if (!payload)
-        return payload.error();
-    return m_writer.add(item.itemName, **payload, extra);
+    return m_writer.add(item.itemName, payloadOf(item), extra);
 }
 
-Result<Zip::PayloadPtr> ItemsWriter::payloadOf(const PackageItem& item)
+const Zip::Payload& ItemsWriter::payloadOf(const PackageItem& item) const
 {
-    const auto generated = m_generated.find(&item);
-    if (generated != m_generated.end())
-        return m_store.take(generated->second, Zip::Effort::normal);
-    assert(item.payload != nullptr);
-    return item.payload;
+    const auto generated = m_packed.find(&item);
+    assert(generated != m_packed.end() || item.payload != nullptr);
+    return generated == m_packed.end() ? *item.payload : *generated->second;
 }
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -23,6 +23,9 @@ public:
     {
     }
 
+    /// Compresses what is made anew, on several processors: most of it stands at the front of the file.
+    Result<> packGenerated();
+
     /// Writes the entries of the opened file, in their order: those of `changed` and of generated items anew or not at
     /// all, every other as it stands.
     Result<> writeEntries(const Zip::Archive& archive, const Zip::ByteSource& source,
@@ -35,11 +38,12 @@ public:
 private:
     EntryFates fatesOf(const Zip::Archive& archive, const std::vector<ItemPtr>& changed) const;
     Result<> add(const PackageItem& item, std::span<const std::byte> extra);
-    Result<Zip::PayloadPtr> payloadOf(const PackageItem& item);
+    const Zip::Payload& payloadOf(const PackageItem& item) const;
 
     Zip::ArchiveWriter m_writer;
     const PackageItems::Generated& m_generated;
     Zip::PayloadStore m_store; ///< of its own, so that saving again and again takes no room
+    std::unordered_map<const PackageItem*, Zip::PayloadPtr> m_packed; ///< of `m_generated`
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::detail

@@ -147,8 +147,8 @@ Result<> PackageItems::writeItems(const FilePath2& path, const Generated& genera
     if (!file)
         return file.error();
     ItemsWriter writer{*file, generated};
-    Result<> written;
-    if (m_archive != nullptr)
+    Result<> written = writer.packGenerated();
+    if (written && m_archive != nullptr)
         written = writer.writeEntries(*m_archive, *m_source, m_changed);
     if (written)
         written = writer.writeNew(m_added);

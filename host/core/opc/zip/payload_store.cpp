@@ -340,9 +340,13 @@ PayloadStore::~PayloadStore() = default;
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::take(std::span<const std::byte> bytes, Effort effort)
 {
-    if (bytes.size() <= blockSizeFor(effort))
+    if (bytes.size() > blockSizeFor(effort))
+        return m_data->takeStream(MemoryInput{bytes}, effort);
+    if (!m_data->isHandedOver(bytes.size(), effort))
         return m_data->takeBlock(bytes, effort);
-    return m_data->takeStream(MemoryInput{bytes}, effort);
+    auto copy = std::make_unique_for_overwrite<std::byte[]>(bytes.size());
+    std::ranges::copy(bytes, copy.get());
+    return m_data->handOver(std::move(copy), bytes.size(), effort);
 }
 
 Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file, Effort effort)

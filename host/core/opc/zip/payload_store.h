@@ -16,8 +16,8 @@ namespace Kelvaris::System::IO::OpcPackaging::Zip {
 /// Takes in the bytes of new entries. Small ones stay in memory up to a budget that all of them share; what goes
 /// beyond stands in one temporary file without a name, so that memory does not grow with the files.
 ///
-/// On a machine of several processors small files are compressed by threads of the store's own while the next one is
-/// read. What they may be behind by is bounded, and only the caller's thread touches the disk: an error of the
+/// On a machine of several processors all but the smallest are compressed by threads of the store's own while the next
+/// one is read. What they may be behind by is bounded, and only the caller's thread touches the disk: an error of the
 /// temporary file is told by the call that makes room, which may be the one after.
 ///
 /// A payload may outlive its store. The same bytes and effort always give the same payload, whatever thread made it.
