@@ -31,6 +31,9 @@ public:
 
     bool operator==(std::string_view other) const noexcept { return std::string_view{*this} == other; }
 
+    /// Whether there is but one text, so that what was found out of the other holds for this one.
+    bool isSharedWith(const SharedText& other) const noexcept { return m_text != nullptr && m_text == other.m_text; }
+
 private:
     static SharedText copyOf(std::string_view text)
     {

@@ -67,12 +67,13 @@ const Relationship* Relationships::find(std::string_view id) const
 Expected<const Relationship*, ErrorCode2> Relationships::add(std::string_view source, std::string_view type,
                                                              std::string_view target, OpcTargetMode mode)
 {
-    Relationship relationship{{}, Text::SharedText{lastType(), type}, std::string{target}, mode, {}};
+    const Text::SharedText known = lastType();
+    Relationship relationship{{}, Text::SharedText{known, type}, std::string{target}, mode, {}};
     if (!isXmlText(type) || !isXmlText(target))
         return ruleError(OpcError::invalidRelationships, inQuotes(target), "M1.28",
                          "the type or the target holds a character that XML does not allow");
     std::string diagnostic;
-    SchemaFault fault = relationshipFault(source, relationship, diagnostic);
+    SchemaFault fault = relationshipFault(source, relationship, known, diagnostic);
     if (!fault.isNone())
         return fault.onSubject(inQuotes(target));
     // What is read is put up with; what is written is right.

@@ -69,9 +69,10 @@ SchemaFault readFields(const XmlElement& element, const Text::SharedText& known,
 
 } // namespace
 
-SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, std::string& diagnostic)
+SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, const Text::SharedText& known,
+                              std::string& diagnostic)
 {
-    if (!isUriText(relationship.type))
+    if (!relationship.type.isSharedWith(known) && !isUriText(relationship.type))
         return relationshipsFault("M1.27", "the type " + inQuotes(relationship.type) + " is no URI");
     if (relationship.mode == OpcTargetMode::external)
         return {};
@@ -113,12 +114,13 @@ SchemaFault RelationshipsReader::readRelationship(const XmlElement& element)
     if (auto fault = m_compatibility.children(element, unexpectedElement); !fault.isNone())
         return fault;
     Relationship relationship;
-    if (auto fault = readFields(element, m_relationships.lastType(), relationship); !fault.isNone())
+    const Text::SharedText known = m_relationships.lastType();
+    if (auto fault = readFields(element, known, relationship); !fault.isNone())
         return fault;
     if (!isNcName(relationship.id))
         return relationshipsFault("M1.26", inQuotes(relationship.id) + " is no id");
     std::string diagnostic;
-    if (auto fault = relationshipFault(m_source, relationship, diagnostic); !fault.isNone())
+    if (auto fault = relationshipFault(m_source, relationship, known, diagnostic); !fault.isNone())
         return fault;
     note(relationship, diagnostic);
     if (!m_relationships.enter(relationship))

@@ -10,7 +10,9 @@
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
 
 /// What is wrong with a relationship's type and target, whether it was read or is to be written (M1.25 to M1.29).
-SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, std::string& diagnostic);
+/// @param known  the type of another, which is right
+SchemaFault relationshipFault(std::string_view source, const Relationship& relationship, const Text::SharedText& known,
+                              std::string& diagnostic);
 
 /// Fills relationships from their document.
 class RelationshipsReader

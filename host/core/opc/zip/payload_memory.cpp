@@ -63,7 +63,7 @@ public:
     std::size_t append(std::span<const std::byte> bytes)
     {
         assert(bytes.size() <= left());
-        std::ranges::copy(bytes, m_room.get() + m_filled);
+        std::copy_n(bytes.data(), bytes.size(), m_room.get() + m_filled);
         m_filled += bytes.size();
         return m_filled - bytes.size();
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -90,17 +92,47 @@ Bytes extraBlock(Bytes extra, std::uint16_t id) noexcept;
 class RecordBuilder
 {
 public:
-    RecordBuilder& u16(std::uint64_t value) { return number(value, 2); }
-    RecordBuilder& u32(std::uint64_t value) { return number(value, 4); }
-    RecordBuilder& u64(std::uint64_t value) { return number(value, 8); }
-    RecordBuilder& bytes(Bytes bytes);
+    RecordBuilder& u16(std::uint64_t value) { return number<2>(value); }
+    RecordBuilder& u32(std::uint64_t value) { return number<4>(value); }
+    RecordBuilder& u64(std::uint64_t value) { return number<8>(value); }
 
-    Bytes view() const noexcept { return m_bytes; }
+    RecordBuilder& bytes(Bytes bytes)
+    {
+        std::copy_n(bytes.data(), bytes.size(), room(bytes.size()));
+        return *this;
+    }
+
+    Bytes view() const noexcept { return m_large.empty() ? Bytes{m_usual}.first(m_size) : Bytes{m_large}; }
 
 private:
-    RecordBuilder& number(std::uint64_t value, int width);
+    /// Of a record with its name.
+    static constexpr std::size_t usualSize = 256;
 
-    std::vector<std::byte> m_bytes;
+    template <std::size_t width>
+    RecordBuilder& number(std::uint64_t value)
+    {
+        std::byte* const target = room(width);
+        for (std::size_t i = 0; i < width; ++i)
+            target[i] = static_cast<std::byte>(value >> (8 * i) & 0xffU);
+        return *this;
+    }
+
+    /// For so many bytes more.
+    std::byte* room(std::size_t size)
+    {
+        const std::size_t begin = m_size;
+        if (begin + size > usualSize && m_large.empty())
+            m_large.assign(m_usual.begin(), m_usual.begin() + static_cast<std::ptrdiff_t>(begin));
+        m_size += size;
+        if (m_size <= usualSize)
+            return m_usual.data() + begin;
+        m_large.resize(m_size);
+        return m_large.data() + begin;
+    }
+
+    std::array<std::byte, usualSize> m_usual;
+    std::vector<std::byte> m_large; ///< instead, when there is more
+    std::size_t m_size = 0;
 };
 
 } // namespace Kelvaris::System::IO::OpcPackaging::Zip

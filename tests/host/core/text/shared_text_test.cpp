@@ -25,6 +25,10 @@ TEST(SharedText, IsTheKnownOneWhenItSaysTheSame)
     EXPECT_EQ(std::string_view{same}.data(), std::string_view{known}.data());
     EXPECT_EQ(std::string_view{other}, "application/XML");
     EXPECT_EQ(std::string_view{known}, "application/xml");
+    EXPECT_TRUE(same.isSharedWith(known));
+    EXPECT_FALSE(other.isSharedWith(known));
+    EXPECT_FALSE(SharedText{"application/xml"}.isSharedWith(known));
+    EXPECT_FALSE(SharedText{}.isSharedWith(SharedText{}));
     EXPECT_NE(known, other);
     EXPECT_EQ(known, SharedText{"application/xml"});
     EXPECT_EQ(known, "application/xml");
