@@ -40,8 +40,8 @@ private:
 
 Result<> ItemsWriter::packGenerated()
 {
-    for (const auto& [item, bytes] : m_generated) {
-        auto payload = m_store.take(bytes, Zip::Effort::normal);
+    for (const auto& [item, document] : m_generated) {
+        auto payload = m_store.take(std::as_bytes(std::span{document}), Zip::Effort::normal);
         if (!payload)
             return payload.error();
         m_packed.emplace(item, *std::move(payload));

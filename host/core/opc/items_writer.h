@@ -17,7 +17,7 @@ class ItemsWriter
 {
 public:
     /// @param file       empty
-    /// @param generated  the bytes of items that are made anew; outlives this object, as `file` does
+    /// @param generated  the documents of items that are made anew; outlives this object, as `file` does
     ItemsWriter(Disk::ReplacementFile& file, const PackageItems::Generated& generated)
         : m_writer{file}, m_generated{generated}
     {

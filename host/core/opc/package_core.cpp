@@ -59,9 +59,7 @@ void PackageCore::generate(PackageItems::Generated& generated) const
         return;
     if (m_state->part->hasBytes() && !m_state->document.isChanged())
         return;
-    const std::string text = m_state->document.serialised();
-    const auto bytes = std::as_bytes(std::span{text});
-    generated[m_state->part.get()] = {bytes.begin(), bytes.end()};
+    generated[m_state->part.get()] = m_state->document.serialised();
 }
 
 Result<PackageCore::State> PackageCore::read()

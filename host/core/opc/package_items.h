@@ -51,8 +51,8 @@ using ItemPtr = std::shared_ptr<PackageItem>;
 class PackageItems
 {
 public:
-    /// Bytes that are made when the package is saved.
-    using Generated = std::unordered_map<const PackageItem*, std::vector<std::byte>>;
+    /// Documents that are made when the package is saved.
+    using Generated = std::unordered_map<const PackageItem*, std::string>;
 
     /// Of a new package.
     PackageItems() = default;

@@ -13,16 +13,25 @@ namespace {
 
 constexpr std::size_t shownOfLongName = 80;
 
+bool belongsToRelationships(const PartRecord& part)
+{
+    // the source ends as relationships do, where it is a part of relationships
+    if (!Text::endsWithAsciiCase(part.name, ".rels.rels"))
+        return false;
+    const auto source = Markup::sourceOfRelationshipsPart(part.name);
+    return source && Markup::isRelationshipsPartName(*source);
+}
+
 /// @param part     one whose name is of that form
-/// @param subject  the part, for messages
-Result<> checkRelationshipsPart(const PartRecord& part, const std::string& subject)
+/// @param subject  returns the part, for messages
+template <class Subject>
+Result<> checkRelationshipsPart(const PartRecord& part, const Subject& subject)
 {
     if (!Markup::isSameMediaType(part.mediaType, Markup::relationshipsMediaType))
-        return Errors::makeError(OpcError::invalidRelationships, subject,
+        return Errors::makeError(OpcError::invalidRelationships, subject(),
                                  "the content type is not that of relationships (M1.30)");
-    const auto source = Markup::sourceOfRelationshipsPart(part.name);
-    if (source && Markup::isRelationshipsPartName(*source))
-        return Errors::makeError(OpcError::invalidRelationships, subject,
+    if (belongsToRelationships(part))
+        return Errors::makeError(OpcError::invalidRelationships, subject(),
                                  "relationships have no relationships of their own (M1.25)");
     return {};
 }
@@ -141,9 +150,7 @@ void PackageParts::generateContentTypes(PackageItems::Generated& generated) cons
 {
     if (m_table == nullptr || (m_table->typesItem->hasBytes() && !m_table->types->isChanged()))
         return;
-    const std::string text = m_table->types->serialised();
-    const auto bytes = std::as_bytes(std::span{text});
-    generated[m_table->typesItem.get()] = {bytes.begin(), bytes.end()};
+    generated[m_table->typesItem.get()] = m_table->types->serialised();
 }
 
 std::string PackageParts::subjectOf(std::string_view name) const
@@ -213,12 +220,13 @@ Result<> PackageParts::enter(Table& table, PartPtr part) const
         return {};
     }
     part->mediaType = *std::move(type);
+    const auto subject = [&] { return subjectOf(part->name); };
     if (table.names) {
-        if (auto added = table.names->addKey(part->key(), part->name, [&] { return subjectOf(part->name); }); !added)
+        if (auto added = table.names->addKey(part->key(), part->name, subject); !added)
             return added;
     }
     if (part->holdsRelationships()) {
-        if (auto checked = checkRelationshipsPart(*part, subjectOf(part->name)); !checked)
+        if (auto checked = checkRelationshipsPart(*part, subject); !checked)
             return checked;
     }
     table.add(std::move(part));

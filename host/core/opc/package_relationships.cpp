@@ -128,9 +128,7 @@ void PackageRelationships::generate(PackageItems::Generated& generated) const
     for (const auto& [source, set] : m_sets) {
         if (set.part == nullptr || (set.part->hasBytes() && !set.document->isChanged()))
             continue;
-        const std::string text = set.document->serialised();
-        const auto bytes = std::as_bytes(std::span{text});
-        generated[set.part.get()] = {bytes.begin(), bytes.end()};
+        generated[set.part.get()] = set.document->serialised();
     }
 }
 

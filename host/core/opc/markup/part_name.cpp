@@ -66,6 +66,11 @@ PartName invalidName(std::string_view given, std::string fault)
 
 PartName fromRawPath(std::string_view path, std::string_view separators)
 {
+    std::string plain = '/' + std::string{path};
+    std::ranges::replace_if(
+        plain, [&](char character) { return separators.find(character) != std::string_view::npos; }, '/');
+    if (isPlainPartName(plain))
+        return {std::move(plain), {}};
     if (!Text::isValidUtf8(path))
         return invalidName(path, ruleReason("M1.6", "the text is not valid Unicode"));
     std::string name;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <numeric>
 #include <utility>
 
 namespace Kelvaris::System::IO::OpcPackaging::Markup {
@@ -27,6 +28,8 @@ std::string TextEdits::appliedTo(std::string_view text) const
     std::stable_sort(inOrder.begin(), inOrder.end(),
                      [](const Edit* left, const Edit* right) { return left->range.begin < right->range.begin; });
     std::string result;
+    result.reserve(std::accumulate(m_edits.begin(), m_edits.end(), text.size(),
+                                   [](std::size_t sum, const Edit& edit) { return sum + edit.text.size(); }));
     std::size_t at = 0;
     for (const Edit* edit : inOrder) {
         assert(edit->range.begin >= at);
