@@ -20,8 +20,10 @@ constexpr std::string_view notWritten = "cannot be written";
 constexpr std::size_t bufferSize = 512 * 1024;
 constexpr std::size_t copyChunk = 1024 * 1024;
 
-/// The disk begins with a file of which so much is written, rather than with all of it at the end.
-constexpr std::uint64_t writingChunk = std::uint64_t{4} << 20;
+/// The disk begins with a file of which so much is written, rather than with all of it at the end. More when the
+/// caller's thread writes: it waits where the disk has more to do than it can take.
+constexpr std::uint64_t startBehind = std::uint64_t{4} << 20;
+constexpr std::uint64_t startHere = std::uint64_t{32} << 20;
 
 /// What the kernel allows too (MAXSYMLINKS).
 constexpr int maximumLinks = 40;
@@ -132,16 +134,17 @@ Expected<void, ErrorCode2> ReplacementFile::writeThrough(std::span<const std::by
     return {};
 }
 
-/// @return  from where on the disk shall begin with what is written; the end when there is too little of it
-std::uint64_t ReplacementFile::advance(std::uint64_t written) noexcept
+/// @param enough  of what is not on its way
+/// @return  from where on the disk shall begin with what is written; the end when there is less of it
+std::uint64_t ReplacementFile::advance(std::uint64_t written, std::uint64_t enough) noexcept
 {
     m_flushed += written;
-    return m_flushed - m_onItsWay < writingChunk ? m_flushed : std::exchange(m_onItsWay, m_flushed);
+    return m_flushed - m_onItsWay < enough ? m_flushed : std::exchange(m_onItsWay, m_flushed);
 }
 
 void ReplacementFile::advanceAndStart(std::uint64_t written) noexcept
 {
-    if (const std::uint64_t begin = advance(written); begin < m_flushed)
+    if (const std::uint64_t begin = advance(written, startHere); begin < m_flushed)
         SystemCalls::startWriting(m_handle.get(), begin, m_flushed - begin);
 }
 
@@ -157,7 +160,7 @@ Expected<void, ErrorCode2> ReplacementFile::flush()
 Expected<void, ErrorCode2> ReplacementFile::flushBehind()
 {
     const std::uint64_t begin = m_flushed;
-    const std::uint64_t startFrom = advance(m_buffer.size());
+    const std::uint64_t startFrom = advance(m_buffer.size(), startBehind);
     if (const int error = m_behind.begin(m_handle.get(), m_buffer, begin, startFrom); error != 0)
         return failure(error);
     return {};
@@ -180,7 +183,7 @@ Expected<void, ErrorCode2> ReplacementFile::append(const InputFile& source, std:
     if (auto flushed = flush(); !flushed)
         return flushed;
     while (length > 0) {
-        const auto chunk = static_cast<std::size_t>(std::min(length, writingChunk));
+        const auto chunk = static_cast<std::size_t>(std::min(length, startHere));
         const ssize_t count = SystemCalls::copyRange(source.handle().get(), offset, m_handle.get(), m_flushed, chunk);
         if (count <= 0) // not between these two files, or a failure: reading and writing tells which one's
             return appendByReading(source, offset, length);

@@ -67,7 +67,7 @@ private:
     Expected<void, ErrorCode2> flushBehind();
     Expected<void, ErrorCode2> writeThrough(std::span<const std::byte> bytes);
     Expected<void, ErrorCode2> appendByReading(const InputFile& source, std::uint64_t offset, std::uint64_t length);
-    std::uint64_t advance(std::uint64_t written) noexcept;
+    std::uint64_t advance(std::uint64_t written, std::uint64_t enough) noexcept;
     void advanceAndStart(std::uint64_t written) noexcept;
     ErrorCode2 failure(int error) const;
 
