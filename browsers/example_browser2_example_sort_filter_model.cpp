@@ -93,6 +93,8 @@ bool ExampleBrowser2ExampleSortFilterModel::acceptsManufacturer(const QModelInde
 bool ExampleBrowser2ExampleSortFilterModel::matchesSearch(const QModelIndex& source) const
 {
     m_matcher.setPattern(filterRegularExpression());
+    if (m_matcher.isEmpty())
+        return true;
     if (m_matcher.isWord() && !source.parent().isValid())
         return m_matcher.isWordIn(foldedTexts(source));
     const QStringList texts = searchedTexts(source);

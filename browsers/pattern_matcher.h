@@ -36,6 +36,9 @@ public:
     /// Whether the pattern is found in `text`. An invalid pattern is found nowhere, the empty one everywhere.
     bool isFoundIn(const QString& text);
 
+    /// Whether the pattern is the empty one, which is found everywhere.
+    bool isEmpty() const { return m_isEmpty; }
+
     /// Whether the pattern is a plain word: letters, digits and signs of ASCII that stand for themselves.
     bool isWord() const { return m_isWord; }
 

@@ -3,6 +3,7 @@
 #include "browsers/example_browser2_example_model.h"
 #include "tests/browsers/sample_barrels.h"
 
+#include <QtCore/QIdentityProxyModel>
 #include <QtCore/QItemSelectionModel>
 #include <QtGui/QStandardItemModel>
 #include <QtTest/QSignalSpy>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <utility>
 
 namespace {
 
@@ -51,6 +53,23 @@ const std::vector<SampleExample> differentHits = {
     {.title = QStringLiteral("C"), .manufacturer = QStringLiteral("FOO Inc")},
     {.title = QStringLiteral("D"), .keywords = {QStringLiteral("bar"), QStringLiteral("Foobar")}},
     {.title = QStringLiteral("E"), .keywords = {QStringLiteral("f"), QStringLiteral("oo")}},
+};
+
+/// Another model's rows, and how many texts it was asked for.
+class AskedModel : public QIdentityProxyModel
+{
+public:
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        ++m_asked;
+        return QIdentityProxyModel::data(index, role);
+    }
+
+    /// Since the question before.
+    int asked() const { return std::exchange(m_asked, 0); }
+
+private:
+    mutable int m_asked = 0;
 };
 
 } // namespace
@@ -356,5 +375,24 @@ TEST_F(ExampleSortFilterModelOfALongList, AChoiceOfManufacturersLeavesTheirRows)
     ASSERT_EQ(proxy.rowCount(), 1);
     EXPECT_EQ(sourceRow(proxy.index(0, 0)), 5);
     proxy.setManufacturers({});
+    EXPECT_EQ(proxy.rowCount(), rows);
+}
+
+TEST_F(ExampleSortFilterModelOfALongList, EachTextIsAskedForOnceAndNoneForTheEmptySearch)
+{
+    AskedModel asked;
+    asked.setSourceModel(&list);
+    proxy.setSourceModel(&asked);
+    EXPECT_EQ(proxy.rowCount(), rows);
+    EXPECT_EQ(asked.asked(), 0);
+    const auto search = [this](const char* text) {
+        proxy.setFilterRegularExpression(searchPattern(QString::fromUtf8(text)));
+    };
+    search("o");
+    EXPECT_EQ(asked.asked(), 4 * rows);
+    for (const char* text : {"od", "odd", "od", ""}) {
+        search(text);
+        EXPECT_EQ(asked.asked(), 0) << text;
+    }
     EXPECT_EQ(proxy.rowCount(), rows);
 }
