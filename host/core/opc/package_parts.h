@@ -85,8 +85,6 @@ private:
         {
         }
 
-        CopyOnWrite<Markup::ContentTypes> types;
-        ItemPtr typesItem;
         /// @return  null when there is none
         PartPtr find(std::string_view key) const;
 
@@ -98,6 +96,8 @@ private:
             return [this](Text::NameIndex::Place place) { return parts[place]->key(); };
         }
 
+        CopyOnWrite<Markup::ContentTypes> types;
+        ItemPtr typesItem;
         std::vector<PartPtr> parts;
         Text::NameIndex index;                    ///< of their keys
         std::optional<Markup::PartNameSet> names; ///< made when it is needed, at the latest by the first new name

@@ -358,10 +358,12 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::take(const Disk::InputFile& file,
     const bool isHandedOver = m_data->isHandedOver(room - 1, effort);
     std::unique_ptr<std::byte[]> own;
     std::span<std::byte> buffer;
-    if (!isHandedOver && room <= smallFile)
+    if (!isHandedOver && room <= smallFile) {
         buffer = m_data->smallRoom().first(room);
-    else
-        buffer = {(own = std::make_unique_for_overwrite<std::byte[]>(room)).get(), room};
+    } else {
+        own = std::make_unique_for_overwrite<std::byte[]>(room);
+        buffer = {own.get(), room};
+    }
     const auto count = input.readAt(0, buffer);
     if (!count)
         return count.error();

@@ -159,6 +159,28 @@ TEST(PackageParts, APartThatWasRemovedIsNotFoundAndItsNameIsFree)
     EXPECT_TRUE(package->parts().create("/a.txt", "text/plain", byExtension));
 }
 
+TEST(PackageParts, OfManyTheOthersAreFoundInTheirOrderWhenSomeAreRemoved)
+{
+    PackageFile file;
+    file.addContentTypes();
+    for (int i = 0; i < 60; ++i)
+        file.add("Part" + std::to_string(i) + ".txt", "x");
+    const PackagePtr package = openPackage(file);
+    std::vector<std::string> left;
+    for (int i = 0; i < 60; ++i) {
+        const std::string name = "/Part" + std::to_string(i) + ".txt";
+        if (i % 4 == 2)
+            left.push_back(name + " text/plain");
+        else
+            package->parts().remove(package->parts().find("/part" + std::to_string(i) + ".TXT").value());
+    }
+    EXPECT_EQ(typedParts(package), left);
+    EXPECT_TRUE(package->parts().find("/part2.txt"));
+    EXPECT_EQ(package->parts().find("/part3.txt").error(), code(OpcError::noSuchPart));
+    EXPECT_TRUE(package->parts().create("/part3.txt", "text/plain", byExtension));
+    EXPECT_EQ(package->parts().create("/PART2.txt", "text/plain", byExtension).error(), code(OpcError::partExists));
+}
+
 TEST(PackageParts, ThirtyThousandPiecesAreOnePart)
 {
     constexpr int count = 30'000;

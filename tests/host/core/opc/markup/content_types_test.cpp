@@ -253,10 +253,36 @@ TEST(ContentTypes, ReplaceATypeThatStaysBehindFromAPartThatWasNotThere)
 TEST(ContentTypes, RefuseToSetWhatIsNoMediaType)
 {
     ContentTypes types;
-    const auto result = types.set("/a.xml", "nonsense", Use::free);
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().value(), static_cast<int>(OpcError::invalidMediaType));
-    EXPECT_EQ(typeOf(types, "/a.xml"), "none");
+    for (const char* type : {"", "nonsense", "", "a/"}) {
+        const auto result = types.set("/a.xml", type, Use::free);
+        ASSERT_FALSE(result) << type;
+        EXPECT_EQ(result.error().value(), static_cast<int>(OpcError::invalidMediaType));
+        EXPECT_EQ(typeOf(types, "/a.xml"), "none");
+    }
+}
+
+TEST(ContentTypes, KeepTheOrderOfManyOverridesWhenSomeAreForgotten)
+{
+    for (const int count : {6, 60}) {
+        auto types = read(typesWith(xmlDefault));
+        const auto nameOf = [](int i) { return "/Part" + std::to_string(i); };
+        const auto typeNumber = [](int i) { return "a/t" + std::to_string(i % 4); };
+        const auto isForgotten = [&](int i) { return i % 3 == 1 || i + 1 == count; };
+        for (int i = 0; i < count; ++i)
+            set(types, nameOf(i), typeNumber(i));
+        for (int i = 0; i < count; ++i) {
+            if (isForgotten(i))
+                types.remove(nameOf(i));
+        }
+        set(types, "/last", "a/t0");
+        std::string expected = xmlDefault;
+        for (int i = 0; i < count; ++i) {
+            EXPECT_EQ(typeOf(types, nameOf(i)), isForgotten(i) ? "none" : typeNumber(i)) << i;
+            if (!isForgotten(i))
+                expected += "<Override PartName=\"" + nameOf(i) + "\" ContentType=\"" + typeNumber(i) + "\"/>";
+        }
+        EXPECT_EQ(types.serialised(), typesWith(expected + "<Override PartName=\"/last\" ContentType=\"a/t0\"/>"));
+    }
 }
 
 TEST(ContentTypes, ForgetTheOverrideOfAPartAndKeepDefaults)

@@ -69,6 +69,25 @@ TEST(PartNameSet, ForgetsWhatIsRemovedAndTheDirectoriesOfIt)
     EXPECT_THAT(added(names, "/a"), IsOk());
 }
 
+TEST(PartNameSet, KnowsTheOthersWhenSomeOfManyAreRemoved)
+{
+    PartNameSet names;
+    const auto nameOf = [](int i) { return "/d" + std::to_string(i % 7) + "/e/" + std::to_string(i); };
+    for (int i = 0; i < 100; ++i)
+        EXPECT_THAT(added(names, nameOf(i)), IsOk());
+    for (int i = 0; i < 100; i += 3)
+        names.remove(nameOf(i));
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(names.contains(nameOf(i)), i % 3 != 0) << i;
+        if (i % 3 == 0)
+            EXPECT_THAT(added(names, nameOf(i) + "/x"), IsOk());
+        else
+            EXPECT_THAT(added(names, nameOf(i) + "/x"), IsRefused(OpcError::derivedPartName, "M1.11"));
+    }
+    EXPECT_EQ(names.size(), 100U);
+    EXPECT_THAT(added(names, "/d1/e"), IsRefused(OpcError::derivedPartName, "M1.11"));
+}
+
 TEST(PartNameSet, IsAsItWasAfterARefusal)
 {
     PartNameSet names;

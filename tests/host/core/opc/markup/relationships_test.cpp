@@ -307,6 +307,28 @@ TEST(Relationships, FindTheOthersAfterOneIsRemoved)
     EXPECT_EQ(relationships.find("rId1"), nullptr);
 }
 
+TEST(Relationships, StayInOrderAndAreFoundWhenManyAreRemoved)
+{
+    Relationships relationships;
+    for (int i = 1; i <= 60; ++i)
+        add(relationships, "/part" + std::to_string(i));
+    std::vector<std::string> left;
+    for (int i = 1; i <= 60; ++i) {
+        const std::string id = "rId" + std::to_string(i);
+        if (i % 5 == 0)
+            left.push_back(id);
+        else
+            relationships.remove(id);
+    }
+    EXPECT_EQ(idsOf(relationships), left);
+    for (const std::string& id : left) {
+        ASSERT_NE(relationships.find(id), nullptr) << id;
+        EXPECT_EQ(relationships.find(id)->target, "/part" + id.substr(3));
+    }
+    EXPECT_EQ(relationships.find("rId1"), nullptr);
+    EXPECT_EQ(add(relationships, "/new"), "rId1");
+}
+
 TEST(Relationships, OfSixtyThousandPartsAreReadAndWrittenInTime)
 {
     Relationships relationships;
