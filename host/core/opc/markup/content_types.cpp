@@ -171,21 +171,22 @@ std::string ContentTypes::serialised() const
     for (const TextRange& range : m_erased)
         edits.erase(range);
     std::string added;
+    RepeatedAttribute type;
     for (const Added& each : m_added) {
         if (!each.name.empty())
-            appendElement(added, each);
+            appendElement(added, each, type);
     }
     if (!added.empty())
         edits.insertBeforeEnd(m_endTag, m_prefix + "Types", std::move(added));
     return edits.appliedTo(m_text);
 }
 
-void ContentTypes::appendElement(std::string& text, const Added& added) const
+void ContentTypes::appendElement(std::string& text, const Added& added, RepeatedAttribute& type) const
 {
     text.append("<").append(m_prefix).append(added.isDefault ? "Default Extension=\"" : "Override PartName=\"");
     appendEscapedAttribute(text, added.name);
     text += "\" ContentType=\"";
-    appendEscapedAttribute(text, added.type);
+    type.append(text, added.type);
     text += "\"/>";
 }
 

@@ -119,7 +119,7 @@ private:
     void addNew(bool isDefault, std::string_view name, std::string_view key, const MediaType& type);
     void removeOverride(const Entry& entry);
     void takeBack(std::uint32_t place) noexcept;
-    void appendElement(std::string& text, const Added& added) const;
+    void appendElement(std::string& text, const Added& added, RepeatedAttribute& type) const;
 
     std::string m_text;
     TextRange m_endTag;

@@ -23,12 +23,13 @@ std::string idOf(std::size_t number)
     return "rId" + std::to_string(number);
 }
 
-void appendElement(std::string& text, const std::string& prefix, const Relationship& relationship)
+void appendElement(std::string& text, const std::string& prefix, const Relationship& relationship,
+                   RepeatedAttribute& type)
 {
     text.append("<").append(prefix).append("Relationship Id=\"");
     appendEscapedAttribute(text, relationship.id);
     text += "\" Type=\"";
-    appendEscapedAttribute(text, relationship.type);
+    type.append(text, relationship.type);
     text += "\" Target=\"";
     appendEscapedAttribute(text, relationship.target);
     text.append(relationship.mode == OpcTargetMode::external ? "\" TargetMode=\"External\"/>" : "\"/>");
@@ -109,9 +110,10 @@ std::string Relationships::serialised() const
     for (const TextRange& range : m_erased)
         edits.erase(range);
     std::string added;
+    RepeatedAttribute type;
     for (const Relationship& relationship : m_relationships) {
         if (relationship.range.isEmpty())
-            appendElement(added, m_prefix, relationship);
+            appendElement(added, m_prefix, relationship, type);
     }
     if (!added.empty())
         edits.insertBeforeEnd(m_endTag, m_prefix + "Relationships", std::move(added));
@@ -121,8 +123,9 @@ std::string Relationships::serialised() const
 std::string Relationships::writtenAnew() const
 {
     std::string text;
+    RepeatedAttribute type;
     for (const Relationship& relationship : m_relationships)
-        appendElement(text, {}, relationship);
+        appendElement(text, {}, relationship, type);
     return std::string{newDocument}.insert(newDocument.size() - endTagLength, text);
 }
 

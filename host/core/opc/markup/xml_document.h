@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/core/opc/markup/text_edits.h"
+#include "host/core/text/shared_text.h"
 #include "kelvaris/export.h"
 #include "kelvaris/system/error_code2.h"
 #include "kelvaris/system/expected.h"
@@ -131,6 +132,25 @@ KELVARIS_CORE_API Expected<XmlDocument, ErrorCode2> parseXml(std::span<const std
 /// would take for something else, line ends and tabs of attributes included, becomes a reference.
 KELVARIS_CORE_API std::string escapedText(std::string_view text);
 KELVARIS_CORE_API void appendEscapedAttribute(std::string& target, std::string_view text);
+
+/// Values of attributes of which most are the one before: that is escaped once.
+class RepeatedAttribute
+{
+public:
+    void append(std::string& target, const Text::SharedText& text)
+    {
+        if (!text.isSharedWith(m_text)) {
+            m_escaped.clear();
+            appendEscapedAttribute(m_escaped, text);
+            m_text = text;
+        }
+        target += m_escaped;
+    }
+
+private:
+    Text::SharedText m_text;
+    std::string m_escaped;
+};
 
 /// Whether `text` is UTF-8 of characters that XML 1.0 can hold.
 KELVARIS_CORE_API bool isXmlText(std::string_view text) noexcept;
