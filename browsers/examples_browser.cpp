@@ -34,8 +34,8 @@ ExamplesBrowser::ExamplesBrowser(QWidget* parent)
     m_proxyModel->setSourceModel(m_examplesModel);
     auto* const view = new QTreeView;
     auto* const searchBox = new QLineEdit;
-    auto* const page = new HtmlPageView;
-    layOut(view, searchBox, page);
+    HtmlPageView& page = newHtmlPageView();
+    layOut(view, searchBox, &page.widget());
     connectView(view, page);
     connect(searchBox, &QLineEdit::textChanged, m_proxyModel,
             [this](const QString& text) { m_proxyModel->setFilterRegularExpression(searchPattern(text)); });
@@ -43,7 +43,7 @@ ExamplesBrowser::ExamplesBrowser(QWidget* parent)
 
 ExamplesBrowser::~ExamplesBrowser() = default;
 
-void ExamplesBrowser::layOut(QTreeView* view, QLineEdit* searchBox, HtmlPageView* page)
+void ExamplesBrowser::layOut(QTreeView* view, QLineEdit* searchBox, QWidget* page)
 {
     view->setModel(m_proxyModel);
     view->setHeaderHidden(true);
@@ -63,10 +63,10 @@ void ExamplesBrowser::layOut(QTreeView* view, QLineEdit* searchBox, HtmlPageView
     layout->addWidget(page);
 }
 
-void ExamplesBrowser::connectView(QTreeView* view, HtmlPageView* page)
+void ExamplesBrowser::connectView(QTreeView* view, HtmlPageView& page)
 {
-    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, page,
-            guarded([page](const QModelIndex& current, const QModelIndex&) { page->setContent(pageOf(current)); }));
+    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, &page.widget(),
+            guarded([&page](const QModelIndex& current, const QModelIndex&) { page.setContent(pageOf(current)); }));
     connect(view, &QTreeView::customContextMenuRequested, this,
             guarded([this, view](const QPoint& position) { showContextMenu(*view, position); }));
 }

@@ -24,8 +24,8 @@ public:
     void setBundle(Kelvaris::System::IO::Bundle::BarrelOfExamplesBundle barrel);
 
 private:
-    void layOut(QTreeView* view, QLineEdit* searchBox, HtmlPageView* page);
-    void connectView(QTreeView* view, HtmlPageView* page);
+    void layOut(QTreeView* view, QLineEdit* searchBox, QWidget* page);
+    void connectView(QTreeView* view, HtmlPageView& page);
     void showContextMenu(const QTreeView& view, const QPoint& position);
     void askAndUnpack(const QModelIndex& index);
 

@@ -1,139 +1,56 @@
 #include "browsers/html_page_view.h"
 
-#include <QtGui/QPalette>
-
-namespace {
-
-/// Black on white in every colour scheme: a page says what it needs for itself and takes white paper for granted.
-QPalette paper(QPalette palette)
-{
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::Text, Qt::black);
-    palette.setColor(QPalette::Link, Qt::blue);
-    return palette;
-}
-
-} // namespace
+#include "browsers/text_page_view.h"
 
 #ifdef HOLLERWICK_HAVE_WEBKIT
 
-#include <QtNetwork/QNetworkAccessManager>
-#include <QtNetwork/QNetworkReply>
-#include <QtNetwork/QNetworkRequest>
-#include <QtWebKit/QWebHistory>
-#include <QtWebKit/QWebSettings>
-#include <QtWebKitWidgets/QWebFrame>
-#include <QtWebKitWidgets/QWebPage>
+#include "browsers/pages_module.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLibrary>
+
+#include <dlfcn.h>
 
 namespace {
 
-/// Answers no request but for what stands in its URL.
-class NoNetwork : public QNetworkAccessManager
+/// Of the plug-in, or of the program that this code was linked into.
+QDir ownDirectory()
 {
-public:
-    using QNetworkAccessManager::QNetworkAccessManager;
+    Dl_info own{};
+    (void)::dladdr(reinterpret_cast<const void*>(&newHtmlPageView), &own);
+    return QFileInfo{QFile::decodeName(own.dli_fname)}.absoluteDir();
+}
 
-protected:
-    QNetworkReply* createRequest(Operation operation, const QNetworkRequest& request, QIODevice* body) override
-    {
-        if (request.url().scheme() == QLatin1String{"data"})
-            return QNetworkAccessManager::createRequest(operation, request, body);
-        // a request without an address fails with an error, and nobody is asked
-        return QNetworkAccessManager::createRequest(GetOperation, QNetworkRequest{}, nullptr);
+PagesModule::NewPage findWebKit()
+{
+    const QDir own = ownDirectory();
+    for (const QString& place : {QStringLiteral("."), QStringLiteral("../lib/hollerwick")}) {
+        QLibrary module{own.filePath(place + QStringLiteral("/hollerwick-pages.so"))};
+        // WebKit does not survive being taken out of memory
+        module.setLoadHints(QLibrary::PreventUnloadHint);
+        if (const auto function = module.resolve(PagesModule::newPageName))
+            return reinterpret_cast<PagesModule::NewPage>(function);
     }
-};
-
-/// A page that cannot be left: no link, form, frame or refresh leads to another address.
-class FixedPage : public QWebPage
-{
-public:
-    using QWebPage::QWebPage;
-
-protected:
-    bool acceptNavigationRequest(QWebFrame*, const QNetworkRequest&, NavigationType) override { return false; }
-    QWebPage* createWindow(WebWindowType) override { return nullptr; }
-    QString chooseFile(QWebFrame*, const QString&) override { return {}; }
-    bool supportsExtension(Extension) const override { return false; }
-};
-
-void switchEverythingOff(QWebSettings& settings)
-{
-    for (const auto attribute : {QWebSettings::JavascriptEnabled,
-                                 QWebSettings::JavaEnabled,
-                                 QWebSettings::PluginsEnabled,
-                                 QWebSettings::JavascriptCanOpenWindows,
-                                 QWebSettings::JavascriptCanAccessClipboard,
-                                 QWebSettings::DeveloperExtrasEnabled,
-                                 QWebSettings::OfflineStorageDatabaseEnabled,
-                                 QWebSettings::OfflineWebApplicationCacheEnabled,
-                                 QWebSettings::LocalStorageEnabled,
-                                 QWebSettings::LocalContentCanAccessRemoteUrls,
-                                 QWebSettings::LocalContentCanAccessFileUrls,
-                                 QWebSettings::DnsPrefetchEnabled,
-                                 QWebSettings::WebGLEnabled,
-                                 QWebSettings::HyperlinkAuditingEnabled,
-                                 QWebSettings::NotificationsEnabled,
-                                 QWebSettings::WebAudioEnabled,
-                                 QWebSettings::MediaSourceEnabled,
-                                 QWebSettings::MediaEnabled,
-                                 QWebSettings::FullScreenSupportEnabled,
-                                 QWebSettings::ErrorPageEnabled})
-        settings.setAttribute(attribute, false);
-    settings.setAttribute(QWebSettings::PrivateBrowsingEnabled, true);
-    settings.setDefaultTextEncoding(QStringLiteral("utf-8"));
+    return nullptr;
 }
 
 } // namespace
 
-HtmlPageView::HtmlPageView(QWidget* parent) : QWebView{parent}
+// WebKit takes longer to load than all the rest together, and most callers never see a page.
+HtmlPageView& newHtmlPageView()
 {
-    auto* const page = new FixedPage{this};
-    page->setNetworkAccessManager(new NoNetwork{page});
-    page->setLinkDelegationPolicy(QWebPage::DelegateAllLinks);
-    page->history()->setMaximumItemCount(0);
-    switchEverythingOff(*page->settings());
-    setPalette(paper(palette()));
-    setPage(page);
-
-    // what is dropped on a page, and most of the page's own menu, would open another
-    setAcceptDrops(false);
-    setContextMenuPolicy(Qt::ActionsContextMenu);
-    addActions({pageAction(QWebPage::Copy), pageAction(QWebPage::SelectAll)});
-}
-
-void HtmlPageView::setContent(const QByteArray& page)
-{
-    QWebView::setContent(page, QString{}, QUrl{});
+    if (const auto newPage = findWebKit())
+        return *newPage();
+    return *new TextPageView;
 }
 
 #else
 
-#include <QtCore/QTextCodec>
-#include <QtCore/QUrl>
-#include <QtGui/QImage>
-
-HtmlPageView::HtmlPageView(QWidget* parent) : QTextBrowser{parent}
+HtmlPageView& newHtmlPageView()
 {
-    setOpenLinks(false);
-    setPalette(paper(palette()));
-    setUndoRedoEnabled(false);
-}
-
-void HtmlPageView::setContent(const QByteArray& page)
-{
-    const QTextCodec* const codec = QTextCodec::codecForHtml(page, QTextCodec::codecForName("UTF-8"));
-    setHtml(codec->toUnicode(page));
-}
-
-QVariant HtmlPageView::loadResource(int type, const QUrl& name)
-{
-    // The document decodes "data:" itself when it gets nothing here. For any other picture that it does not get it
-    // would read the file of that name.
-    if (type != QTextDocument::ImageResource || name.scheme() == QLatin1String{"data"})
-        return {};
-    QImage nothing{1, 1, QImage::Format_ARGB32_Premultiplied};
-    nothing.fill(Qt::transparent);
-    return nothing;
+    return *new TextPageView;
 }
 
 #endif

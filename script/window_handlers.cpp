@@ -9,7 +9,6 @@
 #include "editors/scriptable_bundle_editor.h"
 #include "script/arguments.h"
 #include "script/results.h"
-#include "script/webkit_in_memory.h"
 
 #include <optional>
 #include <string>
@@ -74,7 +73,6 @@ FUNC_ERROR packageBrowser(FuncCallFrame frame)
 
 FUNC_ERROR examplesBrowser(FuncCallFrame frame)
 {
-    keepWebKitInMemory();
     openExamplesBrowser(onePathArgument(frame));
     return FUNC_OK;
 }

@@ -1,7 +1,6 @@
 #include "browsers/examples_browser.h"
 
 #include "browsers/examples_sort_filter_proxy_model.h"
-#include "browsers/html_page_view.h"
 #include "kelvaris/system/bad_expected_access.h"
 #include "tests/browsers/sample_barrels.h"
 #include "tests/support/log_capture.h"
@@ -22,6 +21,11 @@
 
 #ifdef HOLLERWICK_HAVE_WEBKIT
 #include <QtWebKitWidgets/QWebFrame>
+#include <QtWebKitWidgets/QWebView>
+using PageWidget = QWebView;
+#else
+#include <QtWidgets/QTextBrowser>
+using PageWidget = QTextBrowser;
 #endif
 
 namespace fs = std::filesystem;
@@ -43,14 +47,7 @@ protected:
     QTreeView* view() const { return browser.findChild<QTreeView*>(); }
     QLineEdit* searchBox() const { return browser.findChild<QLineEdit*>(); }
 
-    HtmlPageView* page() const
-    {
-        for (QWidget* widget : browser.findChildren<QWidget*>()) {
-            if (auto* const found = dynamic_cast<HtmlPageView*>(widget))
-                return found;
-        }
-        return nullptr;
-    }
+    PageWidget* page() const { return browser.findChild<PageWidget*>(); }
 
     QString pageText() const
     {

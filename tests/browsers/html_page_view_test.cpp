@@ -1,5 +1,3 @@
-#include "browsers/html_page_view.h"
-
 #include <QtCore/QBuffer>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QDesktopServices>
@@ -12,14 +10,24 @@
 #include <gtest/gtest.h>
 
 #ifdef HOLLERWICK_HAVE_WEBKIT
+#include "browsers/web_page_view.h"
+
 #include <QtWebKit/QWebElement>
 #include <QtWebKit/QWebHistory>
 #include <QtWebKitWidgets/QWebFrame>
+#else
+#include "browsers/text_page_view.h"
 #endif
 
 namespace {
 
-QString textOf(const HtmlPageView& view)
+#ifdef HOLLERWICK_HAVE_WEBKIT
+using PageView = WebPageView;
+#else
+using PageView = TextPageView;
+#endif
+
+QString textOf(const PageView& view)
 {
 #ifdef HOLLERWICK_HAVE_WEBKIT
     return view.page()->mainFrame()->toPlainText().trimmed();
@@ -29,7 +37,7 @@ QString textOf(const HtmlPageView& view)
 }
 
 /// Whether anything is painted in `colour`.
-bool shows(HtmlPageView& view, const QColor& colour)
+bool shows(PageView& view, const QColor& colour)
 {
     const QImage picture = view.grab().toImage();
     for (int y = 0; y < picture.height(); ++y) {
@@ -76,7 +84,7 @@ protected:
     bool wasServerAsked() const { return server.hasPendingConnections(); }
 
     QTcpServer server;
-    HtmlPageView view;
+    PageView view;
 };
 
 } // namespace
@@ -120,7 +128,7 @@ TEST(HtmlPageInADarkColourScheme, ShowsBlackTextOnWhitePaper)
     dark.setColor(QPalette::Base, Qt::black);
     dark.setColor(QPalette::Text, Qt::white);
     QApplication::setPalette(dark);
-    HtmlPageView view;
+    PageView view;
     view.resize(400, 300);
     view.setContent("<h1>Title</h1>");
     QTest::qWait(50);

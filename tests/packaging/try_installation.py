@@ -56,6 +56,7 @@ def check_files(stage):
     wanted = contract | documents | samples | entries | {
         "bin/hollerwick-host",
         "lib/hollerwick/hollerwick.so",
+        "lib/hollerwick/hollerwick-pages.so",
         "share/hollerwick/translations/hollerwick_de.qm",
         "share/man/man1/hollerwick-host.1.gz",
         "share/bash-completion/completions/hollerwick-host",
