@@ -6,7 +6,14 @@
 
 #include <stdexcept>
 
-LoadedModule::LoadedModule() : m_handle{dlopen(HOLLERWICK_MODULE, RTLD_NOW | RTLD_LOCAL)}
+std::string moduleFile()
+{
+    return HOLLERWICK_MODULE;
+}
+
+LoadedModule::LoadedModule() : LoadedModule{moduleFile()} {}
+
+LoadedModule::LoadedModule(const std::string& file) : m_handle{dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)}
 {
     if (m_handle == nullptr)
         throw std::runtime_error{dlerror()};

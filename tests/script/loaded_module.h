@@ -9,8 +9,11 @@
 class LoadedModule
 {
 public:
-    /// Fails the program when the module cannot be loaded.
+    /// The built one.
     LoadedModule();
+
+    /// Fails the program when the module cannot be loaded.
+    explicit LoadedModule(const std::string& file);
     ~LoadedModule();
 
     LoadedModule(const LoadedModule&) = delete;
@@ -19,6 +22,9 @@ public:
 private:
     void* m_handle;
 };
+
+/// The file of the built plug-in.
+std::string moduleFile();
 
 /// Whether the plug-in is anywhere in the process's memory.
 bool isModuleMapped();

@@ -11,6 +11,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QTextBrowser>
 #include <QtWidgets/QTreeWidget>
 
 #include <filesystem>
@@ -263,6 +264,16 @@ TEST_F(WindowFunctions, TheExampleBrowserOpensWithoutABarrel)
 class WindowsOfAModuleThatGoes : public testing::Test
 {
 protected:
+    static std::string barrelWithAPage(const TemporaryFolder& folder)
+    {
+        const LoadedModule module;
+        const std::string example = folder / "example.kvbdl.zip";
+        const std::string barrel = folder / "barrel.kvexs";
+        call("_create_example", {{folder.write("design/readme.html", "<p>page</p>")}, {example}, {"T"}});
+        call("_create_examples", {{example}, {barrel}});
+        return barrel;
+    }
+
     /// Loads the module, calls a function with `argument`, draws its window, closes it and unloads the module.
     static void showOnce(const std::string& name, const std::string& argument)
     {
@@ -279,15 +290,21 @@ protected:
 TEST_F(WindowsOfAModuleThatGoes, APageIsShownAgainAfterTheModuleWasLoadedAgain)
 {
     const TemporaryFolder folder;
-    const std::string example = folder / "example.kvbdl.zip";
-    const std::string barrel = folder / "barrel.kvexs";
-    {
-        const LoadedModule module;
-        call("_create_example", {{folder.write("design/readme.html", "<p>page</p>")}, {example}, {"T"}});
-        call("_create_examples", {{example}, {barrel}});
-    }
+    const std::string barrel = barrelWithAPage(folder);
     for (int round = 0; round < 3; ++round)
         showOnce("_proto_examples_browser2", barrel);
+}
+
+TEST_F(WindowsOfAModuleThatGoes, AModuleWithoutTheOneForPagesBesideItShowsThemAsText)
+{
+    const TemporaryFolder folder;
+    const std::string barrel = barrelWithAPage(folder);
+    std::filesystem::copy_file(moduleFile(), folder / "hollerwick.so");
+    const LoadedModule module{folder / "hollerwick.so"};
+    EXPECT_EQ(call("_proto_examples_browser2", {{barrel}}).status, FUNC_OK);
+    ASSERT_EQ(QApplication::topLevelWidgets().size(), 1);
+    EXPECT_NE(QApplication::topLevelWidgets().front()->findChild<QTextBrowser*>(), nullptr);
+    closeAllWindows();
 }
 
 TEST_F(WindowsOfAModuleThatGoes, AFilterIsCheckedAgainAfterTheModuleWasLoadedAgain)
