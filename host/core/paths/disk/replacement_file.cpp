@@ -159,6 +159,8 @@ Expected<void, ErrorCode2> ReplacementFile::flush()
 
 Expected<void, ErrorCode2> ReplacementFile::flushBehind()
 {
+    if (m_buffer.empty())
+        return {};
     const std::uint64_t begin = m_flushed;
     const std::uint64_t startFrom = advance(m_buffer.size(), startBehind);
     if (const int error = m_behind.begin(m_handle.get(), m_buffer, begin, startFrom); error != 0)
