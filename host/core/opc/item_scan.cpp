@@ -219,8 +219,8 @@ private:
     FaultLog* m_faults;
     std::array<std::byte, usualGroups> m_room;
     std::pmr::monotonic_buffer_resource m_memory{m_room.data(), m_room.size()};
-    std::pmr::vector<Group> m_groups{&m_memory};
-    Text::NameIndex m_index; ///< of their keys
+    std::pmr::vector<Group> m_groups{&m_memory}; ///< does not grow beyond the room that it has from the beginning
+    Text::NameIndex m_index;                     ///< of their keys
     ItemScan m_scan;
 };
 

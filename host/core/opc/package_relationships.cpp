@@ -84,10 +84,9 @@ Result<const Markup::Relationship*> PackageRelationships::add(std::string_view s
         (*set)->part = *part;
     }
     auto added = (*set)->document.toChange().add(source, type, target, mode);
-    if (!added)
-        return added.error();
-    takeBack.dismiss();
-    return *added;
+    if (added)
+        takeBack.dismiss();
+    return added;
 }
 
 Result<> PackageRelationships::remove(std::string_view source, std::string_view id)

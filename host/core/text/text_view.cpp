@@ -68,7 +68,7 @@ void appendDisplayed(std::string& target, std::string_view valid)
     }
 }
 
-constexpr bool isAscii(wchar_t unit) noexcept
+constexpr bool isAsciiUnit(wchar_t unit) noexcept
 {
     return static_cast<std::uint32_t>(unit) < 0x80;
 }
@@ -83,7 +83,7 @@ std::string narrowedAscii(std::wstring_view ascii)
 
 std::optional<std::string> validUtf8(std::wstring_view text)
 {
-    if (std::ranges::all_of(text, isAscii))
+    if (std::ranges::all_of(text, isAsciiUnit))
         return narrowedAscii(text);
     std::string narrowed;
     narrowed.reserve(text.size());
@@ -154,9 +154,14 @@ bool isValidUtf8(std::string_view text) noexcept
     return utf8::is_valid(text.begin(), text.end());
 }
 
+bool isAscii(std::string_view text) noexcept
+{
+    return std::ranges::all_of(text, [](char byte) { return (byte & 0x80) == 0; });
+}
+
 std::wstring toWide(std::string_view text)
 {
-    if (std::ranges::all_of(text, [](char byte) { return (byte & 0x80) == 0; }))
+    if (isAscii(text))
         return {text.begin(), text.end()};
     std::wstring wide;
     wide.reserve(text.size());

@@ -40,6 +40,8 @@ inline String2 toString2(std::string_view text)
 
 KELVARIS_CORE_API bool isValidUtf8(std::string_view text) noexcept;
 
+KELVARIS_CORE_API bool isAscii(std::string_view text) noexcept;
+
 /// UTF-8 to the platform's wide text and back; checked.
 /// @throws SystemError  with core 5
 KELVARIS_CORE_API std::wstring toWide(std::string_view text);

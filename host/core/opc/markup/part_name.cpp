@@ -101,11 +101,6 @@ std::string withoutWideCharacters(std::string_view text)
     return encoded;
 }
 
-bool isAscii(std::string_view text) noexcept
-{
-    return std::all_of(text.begin(), text.end(), [](char character) { return (character & 0x80) == 0; });
-}
-
 } // namespace
 
 bool isPlainPartName(std::string_view name) noexcept
@@ -159,7 +154,7 @@ PartName partNameFromFilePath(std::string_view path, char separator)
 
 PartName partNameFromIri(std::string text)
 {
-    if (isAscii(text)) {
+    if (Text::isAscii(text)) {
         std::string fault = partNameFault(text);
         return {std::move(text), std::move(fault)};
     }
@@ -177,7 +172,7 @@ PartName partNameFromItemName(std::string_view itemName, bool isUtf8)
     text.append("/").append(itemName);
     if (isPlainPartName(text))
         return {std::move(text), {}};
-    if (!isUtf8 && !isAscii(itemName))
+    if (!isUtf8 && !Text::isAscii(itemName))
         return invalidName(itemName, ruleReason("M3.2", "the name is neither ASCII nor marked as UTF-8"));
     PartName name = partNameFromIri(std::move(text));
     if (!name.isValid())

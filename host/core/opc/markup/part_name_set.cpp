@@ -61,12 +61,6 @@ PartNameSet::Place PartNameSet::placeOf(NodeId directory, std::string_view segme
         [&](Place place) { return m_nodes[place].directory == directory && m_nodes[place].segment == segment; });
 }
 
-PartNameSet::Node* PartNameSet::find(NodeId directory, std::string_view segment)
-{
-    const Place place = placeOf(directory, segment);
-    return place == Text::NameIndex::none ? nullptr : &m_nodes[place];
-}
-
 const PartNameSet::Node* PartNameSet::find(NodeId directory, std::string_view segment) const
 {
     const Place place = placeOf(directory, segment);
@@ -159,23 +153,23 @@ void PartNameSet::remove(std::string_view name)
     // from the last directory on that others share, nothing of the name stays
     NodeId shared = top;
     std::string_view own = withoutSlash(key);
-    Node* lastShared = nullptr;
+    Place lastShared = Text::NameIndex::none;
     NodeId directory = top;
     for (Segments segments{own};;) {
-        Node* const found = find(directory, segments.next());
-        if (found == nullptr || (segments.atEnd() && found->below != 0))
+        const Place place = placeOf(directory, segments.next());
+        if (place == Text::NameIndex::none || (segments.atEnd() && m_nodes[place].below != 0))
             return;
         if (segments.atEnd())
             break;
-        directory = found->id;
-        if (found->below > 1) {
-            lastShared = found;
+        directory = m_nodes[place].id;
+        if (m_nodes[place].below > 1) {
+            lastShared = place;
             shared = directory;
             own = segments.left();
         }
     }
-    if (lastShared != nullptr)
-        --lastShared->below;
+    if (lastShared != Text::NameIndex::none)
+        --m_nodes[lastShared].below;
     leave(shared, own);
     --m_size;
 }

@@ -57,7 +57,6 @@ private:
     };
 
     /// @return  null when there is none
-    Node* find(NodeId directory, std::string_view segment);
     const Node* find(NodeId directory, std::string_view segment) const;
 
     Place placeOf(NodeId directory, std::string_view segment) const;

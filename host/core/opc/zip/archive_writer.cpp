@@ -34,11 +34,6 @@ std::uint64_t narrowed(std::uint64_t value)
     return std::min<std::uint64_t>(value, saturated32);
 }
 
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 /// What the two headers of a new entry have in common.
 struct NewEntry
 {
@@ -77,7 +72,7 @@ struct NewEntry
     void addCommon(RecordBuilder& record, std::uint16_t versionNeeded, std::size_t extraSize) const
     {
         record.u16(versionNeeded)
-            .u16(isAscii(name) ? 0U : Flag::utf8Name)
+            .u16(Text::isAscii(name) ? 0U : Flag::utf8Name)
             .u16(static_cast<std::uint16_t>(payload.method()))
             .u16(fixedTime)
             .u16(fixedDate)

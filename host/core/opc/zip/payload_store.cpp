@@ -345,7 +345,7 @@ Expected<PayloadPtr, ErrorCode2> PayloadStore::take(std::span<const std::byte> b
     if (!m_data->isHandedOver(bytes.size(), effort))
         return m_data->takeBlock(bytes, effort);
     auto copy = std::make_unique_for_overwrite<std::byte[]>(bytes.size());
-    std::ranges::copy(bytes, copy.get());
+    std::copy_n(bytes.data(), bytes.size(), copy.get());
     return m_data->handOver(std::move(copy), bytes.size(), effort);
 }
 
